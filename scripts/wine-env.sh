@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Runs a command with a private Wine prefix under the given build folder:
+#   scripts/wine-env.sh BUILD_DIR command args...
+# The prefix is created on first use; Wine's own debug output is silenced.
+set -euo pipefail
+build_dir=$(cd "$1" && pwd)
+shift
+export WINEPREFIX="$build_dir/wineprefix"
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml="
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    wine wineboot --init >/dev/null 2>&1 || true
+    wineserver -w
+fi
+status=0
+"$@" || status=$?
+exit $status

@@ -1,0 +1,5 @@
+#!/usr/bin/env bash
+# Runs one Windows program under Wine (the emulator of the cross build's tests).
+# Expects WINEPREFIX from scripts/wine-env.sh.
+export WINEDEBUG=${WINEDEBUG:--all}
+exec wine "$@"

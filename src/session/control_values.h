@@ -1,0 +1,35 @@
+// The public enums of the session: protocol control bytes, outcome classes, printer models.
+#pragma once
+
+#include <cstdint>
+
+namespace corvid::session {
+
+// Unscoped on purpose: hosts and the protocol code use the bare names (STX, ACK, ...).
+enum controlValues : std::int32_t {
+    STX = 2,
+    ETX = 3,
+    EOT = 4,
+    ENQ = 5,
+    ACK = 6,
+    NAK = 21,
+    ETB = 23,
+    RS = 30,
+    US = 31,
+};
+
+enum pfErrors : std::int32_t {
+    pfOk = 0,
+    pfCommError = 1,
+    pfPrinterError = 2,
+    pfClientError = 3,
+};
+
+enum VariantesPF : std::int32_t {
+    SRP350 = 0,
+    DT230 = 1,
+    HKA112 = 2,
+    SRP812 = 3,
+};
+
+}  // namespace corvid::session
