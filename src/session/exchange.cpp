@@ -23,7 +23,9 @@ constexpr std::int32_t kReadSize = 4096;
 constexpr std::int32_t kAttempts = 7;
 // How long one blocking wait on the port lasts before the time-out is checked again.
 constexpr std::int32_t kWaitSliceMs = 50;
-constexpr std::int16_t kLineBreak = 1, kLineDtr = 2, kLineRts = 3;
+// A byte takes about 1.2 ms at 9600 baud; the check byte is given ample time.
+constexpr std::int32_t kCheckByteWaitMs = 50;
+constexpr std::int16_t kLineDtr = 2, kLineRts = 3;
 
 std::string Text(float value) { return automation::CStr(automation::Variant(value)); }
 std::string Text(bool value) { return value ? "True" : "False"; }
@@ -177,8 +179,11 @@ void PrinterFiscal::CollectReply() {
                 resultFlag = ETX;
             }
             if (end != std::string::npos) {
+                const bool checkFollows = chunk[end] != static_cast<char>(EOT);
+                const bool checkInChunk = end + 1 < chunk.size();
                 chunk.resize(end + 1);
                 ready_ = resultFlag == ETB || resultFlag == ETX;
+                if (checkFollows && !checkInChunk) DiscardLateCheckByte();
             }
             result += chunk;
             Trace("WaitForReply (ready = " + Text(ready_) + "): <-" +
@@ -209,6 +214,15 @@ void PrinterFiscal::CollectReply() {
         Trace("WaitForReply Failed... COMM ERROR?");
         DescripcionError = "pfError de comunicacion";
     }
+}
+
+// A check byte that arrives in a read of its own would otherwise open the next reply
+// (and be taken for STS1 by the next status request); it is discarded like one that
+// arrives with its reply.
+void PrinterFiscal::DiscardLateCheckByte() {
+    if (!line_->WaitReadable(port_, kCheckByteWaitMs)) return;
+    std::string check;
+    if (line_->Read(port_, check, 1) > 0) Trace("<-" + session::EscapeString(check));
 }
 
 std::int16_t PrinterFiscal::Execute(std::string_view sCmd) {

@@ -107,6 +107,7 @@ private:
     void LoadFlag21();
     void WaitForReply();
     void CollectReply();
+    void DiscardLateCheckByte();
     // The printer's serial number from its "S1" status record; empty when unavailable.
     std::string SerialFromStatusS1();
     void Trace(const std::string& message) const;

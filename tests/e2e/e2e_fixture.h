@@ -1,0 +1,55 @@
+// A real session, through the process's serial port table, on the simulated printer's
+// pseudo-terminal.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "port/memory_settings_source.h"
+#include "port/port_devices.h"
+#include "session/printer_fiscal.h"
+#include "session/session_settings.h"
+#include "sim/simulator.h"
+
+namespace corvid::e2e {
+
+using Direction = sim::TranscriptEntry::Direction;
+using What = sim::TranscriptEntry::What;
+
+class SessionOnSimulator : public ::testing::Test {
+protected:
+    static constexpr std::int16_t kPort = 7;
+
+    void SetUp() override {
+        simulator_ = std::make_unique<sim::Simulator>(config_);
+        simulator_->Start();
+        port::SetPortDevice(kPort, simulator_->SlavePath());
+    }
+    void TearDown() override {
+        session_.reset();
+        simulator_->Stop();
+        port::SetPortDevice(kPort, "");
+    }
+
+    void Set(const std::string& key, const std::string& value) {
+        settings_->SetIniValue(session::kApplication, session::kSessionSection, key, value);
+    }
+    // Opens a session created from the settings set so far and forgets the opening traffic.
+    session::PrinterFiscal& Open() {
+        session_ = std::make_unique<session::PrinterFiscal>();
+        session_->Abrir(kPort);
+        simulator_->transcript().Clear();
+        return *session_;
+    }
+    std::size_t FromHost(What what) const {
+        return simulator_->transcript().Count(Direction::HostToPrinter, what);
+    }
+
+    sim::SimulatorConfig config_;
+    port::ScopedSettingsSource settings_;
+    std::unique_ptr<sim::Simulator> simulator_;
+    std::unique_ptr<session::PrinterFiscal> session_;
+};
+
+}  // namespace corvid::e2e
