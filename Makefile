@@ -46,7 +46,7 @@ demo: native
 	@$(NATIVE)/tools/corvid/corvid demo
 
 bench: native
-	@$(NATIVE)/sim/corvid_bench
+	@$(NATIVE)/bench/corvid-bench
 
 format:
 	@clang-format -i $$(git ls-files '*.cpp' '*.h')

@@ -22,6 +22,7 @@ public:
     Currency operator+(Currency other) const;
     Currency operator-(Currency other) const;
     Currency operator*(Currency other) const;
+    Currency operator-() const;
 
     constexpr auto operator<=>(const Currency&) const = default;
 

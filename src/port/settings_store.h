@@ -11,7 +11,7 @@ namespace corvid::port {
 
 // Where values come from; the process uses the platform's, tests install their own.
 class SettingsSource {
-public:
+  public:
     virtual ~SettingsSource() = default;
     // The value in the ini file, or empty when the file, section or key is absent.
     virtual std::string ReadIniFile(const std::string& file, const std::string& section,

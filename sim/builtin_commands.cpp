@@ -1,0 +1,35 @@
+#include "sim/builtin_commands.h"
+
+#include <charconv>
+#include <string>
+
+namespace corvid::sim {
+
+namespace {
+
+CommandAnswer StatusS1(std::string_view, FiscalState& state) {
+    return CommandAnswer::Data({JoinFields(state.S1Fields())});
+}
+
+CommandAnswer MultiBlockTest(std::string_view command, FiscalState&) {
+    std::string_view digits = command.substr(std::string_view(kMultiBlockTestCommand).size());
+    int count = 0;
+    auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), count);
+    if (error != std::errc() || end != digits.data() + digits.size() || count < 1 || count > 99) {
+        return CommandAnswer::Nak();
+    }
+    std::vector<std::string> blocks;
+    for (int i = 1; i <= count; ++i) {
+        blocks.push_back(JoinFields({std::to_string(i), std::to_string(count)}));
+    }
+    return CommandAnswer::Data(std::move(blocks));
+}
+
+}  // namespace
+
+void RegisterBuiltinCommands(CommandTable& table) {
+    table.Register("S1", StatusS1);
+    table.Register(kMultiBlockTestCommand, MultiBlockTest);
+}
+
+}  // namespace corvid::sim

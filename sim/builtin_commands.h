@@ -1,0 +1,15 @@
+// The commands the simulated printer answers out of the box:
+//   "S1"     the cashier and counters record (short or long layout, see FiscalState).
+//   "~B" N   a test query answering N blocks (1 to 99); block i holds the fields i and N.
+//            Any other count is refused with NAK. No real printer command starts with "~".
+#pragma once
+
+#include "sim/command_table.h"
+
+namespace corvid::sim {
+
+inline constexpr const char* kMultiBlockTestCommand = "~B";
+
+void RegisterBuiltinCommands(CommandTable& table);
+
+}  // namespace corvid::sim

@@ -1,0 +1,11 @@
+#include "sim/fault_plan.h"
+
+namespace corvid::sim {
+
+bool CountedFault::Take(ReplyKind kind) {
+    if (remaining <= 0 || (kinds & kind) == 0) return false;
+    --remaining;
+    return true;
+}
+
+}  // namespace corvid::sim

@@ -1,0 +1,46 @@
+// The faults the simulated printer is told to commit. Counted faults apply to the next N
+// replies of the kinds they select and then wear off, so a test knows exactly which
+// exchange is hit; delay and chunking stay until changed.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace corvid::sim {
+
+// Kinds of reply, as bits, to select which replies a counted fault hits.
+enum ReplyKind : unsigned {
+    kStatusReply = 1,  // STX STS1 STS2 ETX check, the answer to ENQ
+    kDataReply = 2,    // one block of a command's data
+    kAckReply = 4,     // the command was accepted
+    kNakReply = 8,     // the block was refused
+};
+inline constexpr unsigned kFramedReplies = kStatusReply | kDataReply;
+inline constexpr unsigned kAnyReply = kFramedReplies | kAckReply | kNakReply;
+
+struct CountedFault {
+    int remaining = 0;
+    unsigned kinds = kFramedReplies;
+
+    // Spends one count if the fault is armed for `kind`.
+    bool Take(ReplyKind kind);
+};
+
+struct FaultPlan {
+    int nakBlocks = 0;     // refuse the next N blocks with NAK, whatever their check
+    int ignoreBlocks = 0;  // answer nothing to the next N blocks
+    int silentEnqs = 0;    // answer nothing to the next N status requests
+    bool muted = false;    // answer nothing at all (the line is dead)
+
+    CountedFault enqPrefix;  // send ENQ before the reply
+    CountedFault eotEnd;     // end the reply with EOT instead of ETX (ETB blocks are not hit)
+    CountedFault garbage;    // send garbageBytes before the reply
+    std::string garbageBytes = "\xFF\x11\x7F";
+
+    std::chrono::milliseconds delay{0};  // wait before every reply
+    std::size_t chunkSize = 0;           // write replies in pieces of this many bytes; 0: whole
+    std::chrono::milliseconds chunkPause{3};  // pause between pieces
+};
+
+}  // namespace corvid::sim

@@ -1,0 +1,52 @@
+// The printer's side of the protocol, without any I/O: for each unit the host sends it
+// decides the reply bytes, applying the planned faults.
+//   ENQ            -> STX STS1 STS2 ETX check
+//   block, bad check -> NAK
+//   block, good    -> the handler's data (STX text ETX check), or for several blocks
+//                     STX text ETB check, each further block sent on the host's next ACK;
+//                     ACK when the handler has no data; NAK when it refuses
+//   ACK            -> the next block of a pending multi-block reply; otherwise ignored
+//   stray bytes    -> ignored
+// An ENQ or a block from the host abandons the rest of a pending multi-block reply. After
+// a reply that began with ENQ, the host's next ACK answers that ENQ and is swallowed.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+
+#include "sim/command_table.h"
+#include "sim/fault_plan.h"
+#include "sim/fiscal_state.h"
+#include "sim/host_stream.h"
+
+namespace corvid::sim {
+
+struct Reply {
+    ReplyKind kind;
+    std::string bytes;
+};
+
+class Responder {
+  public:
+    FiscalState& state() { return state_; }
+    CommandTable& commands() { return commands_; }
+    FaultPlan& faults() { return faults_; }
+
+    std::optional<Reply> Answer(const HostUnit& unit);
+
+  private:
+    std::optional<Reply> AnswerBlock(const HostUnit& unit);
+    std::optional<Reply> NextPendingBlock();
+    Reply Framed(ReplyKind kind, const std::string& text, char end);
+    Reply Single(ReplyKind kind, char byte);
+    void Decorate(Reply& reply);
+
+    FiscalState state_;
+    CommandTable commands_;
+    FaultPlan faults_;
+    std::deque<std::string> pendingBlocks_;
+    bool enqAwaitingAck_ = false;
+};
+
+}  // namespace corvid::sim

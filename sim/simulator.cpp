@@ -1,0 +1,266 @@
+#include "sim/simulator.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <stdexcept>
+#include <system_error>
+
+#include "sim/builtin_commands.h"
+
+namespace corvid::sim {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Direction = TranscriptEntry::Direction;
+using What = TranscriptEntry::What;
+
+What WhatOf(HostUnit::Kind kind) {
+    switch (kind) {
+        case HostUnit::Kind::Enq:
+            return What::Enq;
+        case HostUnit::Kind::Ack:
+            return What::Ack;
+        case HostUnit::Kind::Block:
+            return What::Block;
+        case HostUnit::Kind::Stray:
+            break;
+    }
+    return What::Stray;
+}
+
+What WhatOf(ReplyKind kind) {
+    switch (kind) {
+        case kStatusReply:
+            return What::StatusReply;
+        case kDataReply:
+            return What::DataReply;
+        case kAckReply:
+            return What::Ack;
+        case kNakReply:
+            break;
+    }
+    return What::Nak;
+}
+
+}  // namespace
+
+Simulator::Simulator(SimulatorConfig config) : linkPath_(std::move(config.linkPath)) {
+    responder_.state() = std::move(config.printer);
+    responder_.faults() = std::move(config.faults);
+    RegisterBuiltinCommands(responder_.commands());
+}
+
+Simulator::~Simulator() { Stop(); }
+
+void Simulator::Start() {
+    if (thread_.joinable()) throw std::logic_error("simulator already running");
+    int pipeEnds[2];
+    if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
+        throw std::system_error(errno, std::generic_category(), "pipe2");
+    }
+    wakeRead_ = pipeEnds[0];
+    wakeWrite_ = pipeEnds[1];
+    try {
+        auto terminal = std::make_unique<PseudoTerminal>(linkPath_);
+        std::lock_guard lock(mutex_);
+        slavePath_ = terminal->slavePath();
+        terminal_ = std::move(terminal);
+    } catch (...) {
+        close(wakeRead_);
+        close(wakeWrite_);
+        wakeRead_ = wakeWrite_ = -1;
+        throw;
+    }
+    stopping_ = false;
+    hangUp_ = false;
+    startTime_ = Clock::now();
+    thread_ = std::thread([this] { Serve(); });
+}
+
+void Simulator::Stop() {
+    stopping_ = true;
+    Wake();
+    if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) thread_.join();
+    if (thread_.joinable()) return;  // asked from a handler: the thread ends by itself
+    terminal_.reset();
+    if (wakeRead_ >= 0) close(wakeRead_);
+    if (wakeWrite_ >= 0) close(wakeWrite_);
+    wakeRead_ = wakeWrite_ = -1;
+}
+
+void Simulator::HangUp() {
+    hangUp_ = true;
+    Wake();
+    if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) thread_.join();
+}
+
+void Simulator::Wake() {
+    if (wakeWrite_ < 0) return;
+    char byte = 1;
+    // A full pipe already holds a wake-up, so a failed write loses nothing.
+    [[maybe_unused]] ssize_t written = write(wakeWrite_, &byte, 1);
+}
+
+std::string Simulator::SlavePath() const {
+    std::lock_guard lock(mutex_);
+    return slavePath_;
+}
+
+void Simulator::Serve() {
+    HostStream stream;
+    const int master = terminal_->master();
+    char buffer[4096];
+    while (!stopping_ && !hangUp_) {
+        pollfd fds[2] = {{master, POLLIN, 0}, {wakeRead_, POLLIN, 0}};
+        int ready = poll(fds, 2, 250);
+        if (ready < 0) {
+            if (errno == EINTR) continue;
+            break;
+        }
+        if (stopping_ || hangUp_) break;
+        if ((fds[0].revents & POLLIN) != 0) {
+            ssize_t n = read(master, buffer, sizeof buffer);
+            if (n <= 0) continue;
+            for (const HostUnit& unit :
+                 stream.Feed(std::string_view(buffer, static_cast<std::size_t>(n)))) {
+                HandleUnit(unit);
+            }
+        } else if ((fds[0].revents & (POLLHUP | POLLERR)) != 0) {
+            Pause(std::chrono::milliseconds(20));  // no reader yet; do not spin
+        }
+    }
+    if (hangUp_) terminal_->Close();
+}
+
+void Simulator::HandleUnit(const HostUnit& unit) {
+    transcript_.Add({Direction::HostToPrinter, WhatOf(unit.kind), unit.bytes, unit.command,
+                     unit.checkOk, Clock::now()});
+    std::optional<Reply> reply;
+    {
+        std::lock_guard lock(mutex_);
+        reply = responder_.Answer(unit);
+    }
+    if (reply) SendReply(*reply);
+}
+
+void Simulator::SendReply(const Reply& reply) {
+    std::chrono::milliseconds delay, pause;
+    std::size_t chunk;
+    {
+        std::lock_guard lock(mutex_);
+        delay = responder_.faults().delay;
+        pause = responder_.faults().chunkPause;
+        chunk = responder_.faults().chunkSize;
+    }
+    if (delay.count() > 0 && !Pause(delay)) return;
+    transcript_.Add(
+        {Direction::PrinterToHost, WhatOf(reply.kind), reply.bytes, {}, false, Clock::now()});
+    if (chunk == 0) chunk = reply.bytes.size();
+    for (std::size_t at = 0; at < reply.bytes.size(); at += chunk) {
+        if (at > 0 && !Pause(pause)) return;
+        if (!WriteAll(reply.bytes.data() + at, std::min(chunk, reply.bytes.size() - at))) {
+            return;
+        }
+    }
+}
+
+bool Simulator::WriteAll(const char* data, std::size_t size) {
+    const int master = terminal_->master();
+    while (size > 0) {
+        ssize_t n = write(master, data, size);
+        if (n > 0) {
+            data += n;
+            size -= static_cast<std::size_t>(n);
+            continue;
+        }
+        if (n < 0 && errno != EAGAIN && errno != EINTR) return false;
+        // The host is not reading: wait for room, but give way to a stop.
+        pollfd fds[2] = {{master, POLLOUT, 0}, {wakeRead_, POLLIN, 0}};
+        poll(fds, 2, 100);
+        if (stopping_ || hangUp_) return false;
+    }
+    return true;
+}
+
+bool Simulator::Pause(std::chrono::milliseconds duration) {
+    const auto deadline = Clock::now() + duration;
+    while (!stopping_ && !hangUp_) {
+        auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        if (left.count() <= 0) return true;
+        pollfd wake{wakeRead_, POLLIN, 0};
+        poll(&wake, 1, static_cast<int>(left.count()));
+    }
+    return false;
+}
+
+void Simulator::NakNextBlocks(int n) {
+    ChangeFaults([n](FaultPlan& plan) { plan.nakBlocks += n; });
+}
+
+void Simulator::IgnoreNextBlocks(int n) {
+    ChangeFaults([n](FaultPlan& plan) { plan.ignoreBlocks += n; });
+}
+
+void Simulator::SilenceNextStatusRequests(int n) {
+    ChangeFaults([n](FaultPlan& plan) { plan.silentEnqs += n; });
+}
+
+void Simulator::PrefixNextRepliesWithEnq(int n, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) { plan.enqPrefix = {plan.enqPrefix.remaining + n, kinds}; });
+}
+
+void Simulator::EndNextRepliesWithEot(int n, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) { plan.eotEnd = {plan.eotEnd.remaining + n, kinds}; });
+}
+
+void Simulator::SendGarbageBeforeNextReplies(int n, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) { plan.garbage = {plan.garbage.remaining + n, kinds}; });
+}
+
+void Simulator::SetReplyDelay(std::chrono::milliseconds delay) {
+    ChangeFaults([=](FaultPlan& plan) { plan.delay = delay; });
+}
+
+void Simulator::SetChunking(std::size_t chunkSize, std::chrono::milliseconds pause) {
+    ChangeFaults([=](FaultPlan& plan) {
+        plan.chunkSize = chunkSize;
+        plan.chunkPause = pause;
+    });
+}
+
+void Simulator::SetMuted(bool muted) {
+    ChangeFaults([=](FaultPlan& plan) { plan.muted = muted; });
+}
+
+void Simulator::ChangeFaults(const std::function<void(FaultPlan&)>& change) {
+    std::lock_guard lock(mutex_);
+    change(responder_.faults());
+}
+
+void Simulator::SetStatusBytes(unsigned char sts1, unsigned char sts2) {
+    ChangeState([=](FiscalState& state) {
+        state.sts1 = sts1;
+        state.sts2 = sts2;
+    });
+}
+
+void Simulator::ChangeState(const std::function<void(FiscalState&)>& change) {
+    std::lock_guard lock(mutex_);
+    change(responder_.state());
+}
+
+void Simulator::RegisterHandler(std::string prefix, CommandHandler handler) {
+    std::lock_guard lock(mutex_);
+    responder_.commands().Register(std::move(prefix), std::move(handler));
+}
+
+bool Simulator::WaitForBlocks(std::size_t n, std::chrono::milliseconds timeout) const {
+    return transcript_.WaitForCount(Direction::HostToPrinter, What::Block, n, timeout);
+}
+
+}  // namespace corvid::sim

@@ -1,0 +1,91 @@
+// A virtual fiscal printer on a pseudo-terminal, served by its own thread. The host opens
+// slavePath() like a serial port. Faults can be planned before or while it runs; the
+// transcript records every exchange. All public members are thread-safe.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "sim/command_table.h"
+#include "sim/fault_plan.h"
+#include "sim/fiscal_state.h"
+#include "sim/pseudo_terminal.h"
+#include "sim/responder.h"
+#include "sim/transcript.h"
+
+namespace corvid::sim {
+
+struct SimulatorConfig {
+    FiscalState printer;
+    FaultPlan faults;
+    std::string linkPath;  // symbolic link to create to the slave; none when empty
+};
+
+class Simulator {
+  public:
+    explicit Simulator(SimulatorConfig config = {});
+    ~Simulator();
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
+
+    // Opens the terminal and starts serving; throws std::system_error on failure.
+    void Start();
+    // Stops serving and closes the terminal; safe to call twice.
+    void Stop();
+    std::string SlavePath() const;
+
+    // Faults; see FaultPlan. Counted ones add to what is still pending.
+    void NakNextBlocks(int n);
+    void IgnoreNextBlocks(int n);
+    void SilenceNextStatusRequests(int n);
+    void PrefixNextRepliesWithEnq(int n, unsigned kinds = kFramedReplies);
+    void EndNextRepliesWithEot(int n, unsigned kinds = kFramedReplies);
+    void SendGarbageBeforeNextReplies(int n, unsigned kinds = kFramedReplies);
+    void SetReplyDelay(std::chrono::milliseconds delay);
+    void SetChunking(std::size_t chunkSize,
+                     std::chrono::milliseconds pause = std::chrono::milliseconds(3));
+    void SetMuted(bool muted);
+    // Drops the line for good: the terminal is closed and serving stops.
+    void HangUp();
+    // Runs `change` on the plan under the simulator's lock, for anything not covered above.
+    void ChangeFaults(const std::function<void(FaultPlan&)>& change);
+
+    // The printer's own state and commands, changed under the simulator's lock.
+    void SetStatusBytes(unsigned char sts1, unsigned char sts2);
+    void ChangeState(const std::function<void(FiscalState&)>& change);
+    void RegisterHandler(std::string prefix, CommandHandler handler);
+
+    Transcript& transcript() { return transcript_; }
+    const Transcript& transcript() const { return transcript_; }
+    // Waits until the host has sent `n` blocks in all; false after `timeout`.
+    bool WaitForBlocks(std::size_t n, std::chrono::milliseconds timeout) const;
+    std::chrono::steady_clock::time_point startTime() const { return startTime_; }
+
+  private:
+    void Serve();
+    void HandleUnit(const HostUnit& unit);
+    void SendReply(const Reply& reply);
+    bool WriteAll(const char* data, std::size_t size);
+    bool Pause(std::chrono::milliseconds duration);
+    void Wake();
+
+    mutable std::mutex mutex_;
+    Responder responder_;
+    std::string linkPath_;
+    std::unique_ptr<PseudoTerminal> terminal_;
+    std::string slavePath_;
+    Transcript transcript_;
+    std::thread thread_;
+    std::atomic<bool> stopping_{false};
+    std::atomic<bool> hangUp_{false};
+    int wakeRead_ = -1;
+    int wakeWrite_ = -1;
+    std::chrono::steady_clock::time_point startTime_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace corvid::sim

@@ -1,0 +1,43 @@
+#include "preview/no_printer.h"
+
+#include <cmath>
+
+#include "automation/vb_error.h"
+
+namespace corvid::preview {
+namespace {
+
+constexpr double kTwipsPerInch = 1440;
+constexpr double kTwipsPerPoint = 20;
+// Advance and line height of a fixed-pitch font, as fractions of its size.
+constexpr double kAdvancePerPoint = 0.6;
+constexpr double kLineHeightPerPoint = 1.1328125;
+constexpr double kSmallestSize = 1;
+
+[[noreturn]] void RaisePrinterError() { throw automation::VbError(482, {}, "Printer error"); }
+
+}  // namespace
+
+std::int16_t NoPrinter::ScaleMode() { return scale_modes::kTwips; }
+double NoPrinter::ScaleWidth() { return 8 * kTwipsPerInch; }
+double NoPrinter::ScaleHeight() { return 10.5 * kTwipsPerInch; }
+
+double NoPrinter::TextWidth(const std::string& text) {
+    return static_cast<double>(text.size()) * font_size_ * kAdvancePerPoint * kTwipsPerPoint;
+}
+
+double NoPrinter::TextHeight(const std::string&) {
+    return font_size_ * kLineHeightPerPoint * kTwipsPerPoint;
+}
+
+void NoPrinter::SetFontSize(double points) {
+    if (points >= kSmallestSize) font_size_ = points;
+}
+
+void NoPrinter::PrintLine(const std::string&) { RaisePrinterError(); }
+void NoPrinter::PrintText(const std::string&) { RaisePrinterError(); }
+void NoPrinter::NewPage() { RaisePrinterError(); }
+void NoPrinter::EndDoc() { RaisePrinterError(); }
+void NoPrinter::KillDoc() {}
+
+}  // namespace corvid::preview

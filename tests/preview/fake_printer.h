@@ -1,0 +1,98 @@
+// A printer for tests: a fixed-pitch font whose advance is 12 units and line height 20 units
+// per point, a page of 11520 x 15120 twips (8 x 10.5 inches), and a log of what is printed.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "automation/vb_error.h"
+#include "preview/printer_device.h"
+
+namespace corvid::preview::testing {
+
+class FakePrinter : public PrinterDevice {
+  public:
+    std::int16_t scale_mode = scale_modes::kTwips;
+    double scale_width = 11520;
+    double scale_height = 15120;
+    std::string device_name = "HP LaserJet";
+    // Sizes below this are refused: the size stays as it was.
+    double smallest_size = 1;
+    // Operations (by name, such as "NewPage") that raise a printer error.
+    std::set<std::string> failing;
+    // Called after every printed line.
+    std::function<void(const std::string&)> on_print_line;
+
+    // "line:<text>", "text:<text>", "newpage", "enddoc", "killdoc", in order.
+    std::vector<std::string> log;
+    std::string font_name;
+    double font_size = 10;
+    bool bold = true;
+    bool italic = false;
+
+    std::int16_t ScaleMode() override {
+        Check("ScaleMode");
+        return scale_mode;
+    }
+    double ScaleWidth() override {
+        Check("ScaleWidth");
+        return scale_width;
+    }
+    double ScaleHeight() override {
+        Check("ScaleHeight");
+        return scale_height;
+    }
+    double TextWidth(const std::string& text) override {
+        Check("TextWidth");
+        return static_cast<double>(text.size()) * font_size * 12;
+    }
+    double TextHeight(const std::string&) override {
+        Check("TextHeight");
+        return font_size * 20;
+    }
+
+    std::string FontName() override { return font_name; }
+    void SetFontName(const std::string& name) override { font_name = name; }
+    double FontSize() override { return font_size; }
+    void SetFontSize(double points) override {
+        Check("SetFontSize");
+        if (points >= smallest_size) font_size = points;
+    }
+    bool FontBold() override { return bold; }
+    void SetFontBold(bool value) override { bold = value; }
+    bool FontItalic() override { return italic; }
+    void SetFontItalic(bool value) override { italic = value; }
+
+    std::string DeviceName() override { return device_name; }
+
+    void PrintLine(const std::string& text) override {
+        Check("PrintLine");
+        log.push_back("line:" + text);
+        if (on_print_line) on_print_line(text);
+    }
+    void PrintText(const std::string& text) override {
+        Check("PrintText");
+        log.push_back("text:" + text);
+    }
+    void NewPage() override {
+        Check("NewPage");
+        log.push_back("newpage");
+    }
+    void EndDoc() override {
+        Check("EndDoc");
+        log.push_back("enddoc");
+    }
+    void KillDoc() override {
+        Check("KillDoc");
+        log.push_back("killdoc");
+    }
+
+  private:
+    void Check(const std::string& operation) {
+        if (failing.count(operation)) throw automation::VbError(482, {}, "Printer error");
+    }
+};
+
+}  // namespace corvid::preview::testing

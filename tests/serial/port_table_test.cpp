@@ -1,0 +1,147 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "automation/vb_error.h"
+#include "port/message_pump.h"
+#include "port/port_devices.h"
+#include "port/serial_ports.h"
+#include "serial/serial_test_support.h"
+
+namespace corvid::port {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr int kMissingPort = 98;
+
+class PortTableTest : public testing::SerialTest {
+  protected:
+    PortTableTest() {
+        SetPortDevice(kMissingPort, "/nonexistent/corvid-missing-tty");
+        dump_path_ =
+            std::filesystem::temp_directory_path() /
+            ("corvid-dump-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + ".txt");
+        std::filesystem::remove(dump_path_);
+    }
+    ~PortTableTest() override {
+        SetPortDevice(kMissingPort, "");
+        CommClose(kMissingPort);
+        std::filesystem::remove(dump_path_);
+    }
+
+    std::filesystem::path dump_path_;
+};
+
+int ErrorNumberOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const automation::VbError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+TEST_F(PortTableTest, PortNumbersOutside1To99AreSubscriptErrors) {
+    std::string data;
+    bool state = false;
+    for (int port : {0, 100, -1}) {
+        EXPECT_EQ(ErrorNumberOf([&] { CommOpen(port, "COM1", "baud=9600"); }), 9) << port;
+        EXPECT_EQ(ErrorNumberOf([&] { CommClose(port); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommRead(port, data, 4096); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommWrite(port, "x"); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommReadCD(port, 0x80, state); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommSetLine(port, 2, 1); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommSet(port, "baud=9600"); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommFlush(port); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { CommWaitReadable(port, 0); }), 9);
+    }
+    EXPECT_EQ(ErrorNumberOf([&] { CommClose(99); }), 0);
+    EXPECT_EQ(ErrorNumberOf([&] { CommClose(1); }), 0);
+}
+
+TEST_F(PortTableTest, CallsOnAPortThatIsNotOpenFailAsOnABadHandle) {
+    std::string data = "stale";
+    EXPECT_EQ(CommRead(42, data, 4096), -1);
+    EXPECT_EQ(data, "");
+    EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
+    EXPECT_NE(LastCommError().number, 0);
+    EXPECT_THAT(LastCommError().description, HasSubstr("  COMM Error Flags = 0"));
+
+    EXPECT_EQ(CommWrite(42, "ABC"), -1);
+    EXPECT_EQ(LastCommError().source, "CommWrite (WriteFile)");
+    EXPECT_THAT(LastCommError().description, HasSubstr("  COMM Error Flags = "));
+
+    EXPECT_NE(CommFlush(42), 0);
+    EXPECT_EQ(LastCommError().source, "CommFlush (PurgeComm)");
+    EXPECT_EQ(LastCommError().description.find("COMM Error Flags"), std::string::npos);
+    EXPECT_FALSE(CommWaitReadable(42, 0));
+    EXPECT_EQ(CommClose(42), 0);
+}
+
+TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {
+    int yields = 0;
+    auto previous = SetHostYieldHook([&] { ++yields; });
+    std::string data;
+    CommRead(42, data, 4096);
+    EXPECT_EQ(yields, 1);
+    CommWrite(42, "ABC");
+    EXPECT_EQ(yields, 2);
+    CommFlush(42);
+    EXPECT_EQ(yields, 2);
+    SetHostYieldHook(previous);
+}
+
+TEST_F(PortTableTest, OpeningAMissingDeviceReportsTheCreateFileStep) {
+    ConfigureDump("0", "");
+    const std::int32_t number = CommOpen(kMissingPort, "COM98", "baud=9600 parity=E data=8 stop=1");
+    EXPECT_GT(number, 0);
+    const CommErrorRecord& error = LastCommError();
+    EXPECT_EQ(error.number, number);
+    EXPECT_EQ(error.source, "CommOpen (CreateFile)");
+    EXPECT_FALSE(error.description.empty());
+
+    std::string text;
+    EXPECT_EQ(CommGetError(text), number);
+    EXPECT_EQ(text, "Error (" + std::to_string(number) + "): CommOpen (CreateFile) - " +
+                        error.description);
+    // Nothing stays open: the next attempt fails the same way, not with "Port in use.".
+    EXPECT_EQ(CommOpen(kMissingPort, "COM98", "baud=9600"), number);
+}
+
+TEST_F(PortTableTest, FailedOpenOpensTheDumpFileWhenDebugIsOn) {
+    ConfigureDump("1", dump_path_.string());
+    CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_TRUE(PortDump::Process().enabled());
+    EXPECT_TRUE(std::filesystem::exists(dump_path_));
+    EXPECT_TRUE(prompts_->prompts().empty());
+}
+
+TEST_F(PortTableTest, DumpStaysOffWhenDebugIsZero) {
+    ConfigureDump("0", dump_path_.string());
+    CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_FALSE(PortDump::Process().enabled());
+    EXPECT_FALSE(std::filesystem::exists(dump_path_));
+}
+
+TEST_F(PortTableTest, DumpFileThatCannotBeOpenedIsReportedAndLeavesDumpingOff) {
+    const std::string name = (dump_path_.parent_path() / "no-such-folder" / "dump.txt").string();
+    ConfigureDump("1", name);
+    CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_FALSE(PortDump::Process().enabled());
+    ASSERT_EQ(prompts_->prompts().size(), 1u);
+    const RecordedPrompt& prompt = prompts_->prompts()[0];
+    EXPECT_EQ(prompt.title, "modComm");
+    EXPECT_EQ(prompt.icon, PromptIcon::kCritical);
+    EXPECT_EQ(prompt.buttons, PromptButtons::kOk);
+    EXPECT_THAT(prompt.text,
+                StartsWith("Imposible abrir el archivo " + name + ". Traza inhabilitada\r\nERR: "));
+    EXPECT_GT(prompt.text.size(), prompt.text.find("ERR: ") + 5);
+}
+
+}  // namespace
+}  // namespace corvid::port

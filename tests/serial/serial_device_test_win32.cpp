@@ -1,0 +1,36 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "port/message_pump.h"
+#include "port/serial_ports.h"
+
+namespace corvid::port {
+namespace {
+
+TEST(Win32SerialPorts, MissingComPortFailsAtCreateFileWithTheSystemMessage) {
+    const std::int32_t number = CommOpen(97, "COM97", "baud=9600 parity=E data=8 stop=1");
+    EXPECT_TRUE(number == ERROR_FILE_NOT_FOUND || number == ERROR_PATH_NOT_FOUND) << number;
+    EXPECT_EQ(LastCommError().source, "CommOpen (CreateFile)");
+    // The system's own text, without the line break it ends with.
+    EXPECT_FALSE(LastCommError().description.empty());
+    EXPECT_EQ(LastCommError().description.find("System error"), std::string::npos);
+    EXPECT_EQ(LastCommError().description.find('\n'), std::string::npos);
+}
+
+TEST(Win32SerialPorts, CallsOnAClosedPortReportTheInvalidHandle) {
+    std::string data;
+    EXPECT_EQ(CommRead(96, data, 4096), -1);
+    EXPECT_EQ(LastCommError().number, ERROR_INVALID_HANDLE);
+    EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
+}
+
+TEST(Win32MessagePump, YieldDispatchesEveryQueuedMessage) {
+    ASSERT_TRUE(PostThreadMessageA(GetCurrentThreadId(), WM_APP, 0, 0));
+    ASSERT_TRUE(PostThreadMessageA(GetCurrentThreadId(), WM_APP + 1, 0, 0));
+    YieldToHost();
+    MSG message;
+    EXPECT_FALSE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
+}
+
+}  // namespace
+}  // namespace corvid::port

@@ -1,0 +1,197 @@
+// The printer's answers on the line: status, acceptance, refusal, data and multi-block
+// replies, and what it records of them.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "sim/builtin_commands.h"
+#include "sim_fixture.h"
+
+namespace corvid::sim::testing {
+namespace {
+
+using Direction = TranscriptEntry::Direction;
+using What = TranscriptEntry::What;
+
+std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> fields(1);
+    for (char c : text) {
+        if (c == '\n') {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    return fields;
+}
+
+// The fields of a data reply STX text end check.
+std::vector<std::string> FieldsOf(const std::string& reply) {
+    EXPECT_GE(reply.size(), 3u);
+    return Split(reply.substr(1, reply.size() - 3));
+}
+
+std::tm May17At103015() {
+    std::tm t{};
+    t.tm_year = 124;
+    t.tm_mon = 4;
+    t.tm_mday = 17;
+    t.tm_hour = 10;
+    t.tm_min = 30;
+    t.tm_sec = 15;
+    return t;
+}
+
+TEST_F(SimulatorTest, StatusRequestGetsStatusBytesWithCheck) {
+    EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x60, 0x40, 3, 0x60 ^ 0x40 ^ 3}));
+    sim_->SetStatusBytes(0x61, 0x08);
+    EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x61, 0x08, 3, 0x61 ^ 0x08 ^ 3}));
+}
+
+TEST_F(SimulatorTest, AcceptsGoodBlockAndRefusesBadCheck) {
+    EXPECT_EQ(SendCommand("w"), Bytes({6}));
+    std::string bad = session::BuildCommandBlock("w");
+    bad.back() = static_cast<char>(bad.back() ^ 1);
+    EXPECT_EQ(Exchange(bad), Bytes({21}));
+
+    std::vector<TranscriptEntry> entries = sim_->transcript().Entries();
+    ASSERT_EQ(entries.size(), 4u);
+    EXPECT_TRUE(entries[0].checkOk);
+    EXPECT_FALSE(entries[2].checkOk);
+    EXPECT_EQ(entries[3].what, What::Nak);
+    EXPECT_EQ(sim_->transcript().Commands(), (std::vector<std::string>{"w", "w"}));
+}
+
+TEST_F(SimulatorTest, BlockSplitAcrossWritesAndStrayBytesAreHandled) {
+    std::string block = session::BuildCommandBlock("7");
+    line_->Send("xy");
+    line_->Send(block.substr(0, 2));
+    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
+    EXPECT_EQ(Exchange(block.substr(2)), Bytes({6}));
+    EXPECT_EQ(sim_->transcript().Count(Direction::HostToPrinter, What::Stray), 1u);
+}
+
+TEST_F(SimulatorTest, S1ShortLayoutCarriesCountersSerialAndDate) {
+    sim_->ChangeState([](FiscalState& state) {
+        state.clock = May17At103015();
+        state.cashier = 7;
+        state.lastInvoice = 4321;
+        state.closures = 88;
+    });
+    std::string reply = SendCommand("S1");
+    // A one-block data reply is framed exactly like a command block.
+    std::vector<std::string> fields = FieldsOf(reply);
+    EXPECT_EQ(reply, session::BuildCommandBlock(reply.substr(1, reply.size() - 3)));
+    ASSERT_EQ(fields.size(), 14u);
+    EXPECT_EQ(fields[0].substr(fields[0].size() - 2), "07");
+    EXPECT_EQ(std::stol(fields[1]), 1234567);
+    EXPECT_EQ(std::stol(fields[2]), 4321);
+    EXPECT_EQ(std::stol(fields[6]), 88);
+    EXPECT_EQ(fields[9].substr(0, 3), "Z1B");
+    EXPECT_EQ(fields[10], "240517");
+    EXPECT_EQ(fields[11], "1030");
+}
+
+TEST_F(SimulatorTest, S1LongLayoutPutsTimeBeforeDate) {
+    sim_->ChangeState([](FiscalState& state) {
+        state.s1Layout = S1Layout::Long;
+        state.clock = May17At103015();
+        state.closures = 88;
+        state.reportCounter = 9;
+        state.serial = DefaultSerial(Variant::HKA112);
+    });
+    std::vector<std::string> fields = FieldsOf(SendCommand("S1"));
+    ASSERT_EQ(fields.size(), 16u);
+    EXPECT_EQ(std::stol(fields[10]), 9);
+    EXPECT_EQ(std::stol(fields[11]), 88);
+    EXPECT_EQ(fields[13].substr(0, 3), "Z7A");
+    EXPECT_EQ(fields[14], "103015");
+    EXPECT_EQ(fields[15], "240517");
+}
+
+TEST(VariantTest, SerialPrefixDecidesTheModel) {
+    EXPECT_EQ(VariantFromSerial("Z6B0000001"), Variant::DT230);
+    EXPECT_EQ(VariantFromSerial("Z7A0000001"), Variant::HKA112);
+    EXPECT_EQ(VariantFromSerial("Z1F0000001"), Variant::SRP812);
+    EXPECT_EQ(VariantFromSerial("Z1"), Variant::SRP350);
+    EXPECT_EQ(VariantFromSerial(""), Variant::SRP350);
+    for (Variant v : {Variant::SRP350, Variant::DT230, Variant::HKA112, Variant::SRP812}) {
+        EXPECT_EQ(VariantFromSerial(DefaultSerial(v)), v);
+    }
+}
+
+TEST_F(SimulatorTest, MultiBlockReplySendsEachBlockOnlyAfterAck) {
+    std::string first = SendCommand("~B3");
+    EXPECT_EQ(first, Bytes({2, '1', '\n', '3', 23, '1' ^ '\n' ^ '3' ^ 23}));
+    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
+    EXPECT_EQ(FieldsOf(Exchange(Bytes({6}))), (std::vector<std::string>{"2", "3"}));
+    std::string last = Exchange(Bytes({6}));
+    EXPECT_EQ(last, session::BuildCommandBlock("3\n3"));
+    // Nothing is left to send: a further ACK is ignored.
+    line_->Send(Bytes({6}));
+    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
+    EXPECT_EQ(sim_->transcript().Count(Direction::PrinterToHost, What::DataReply), 3u);
+}
+
+TEST_F(SimulatorTest, NewRequestAbandonsPendingBlocks) {
+    ASSERT_EQ(SendCommand("~B3").back(), '1' ^ '\n' ^ '3' ^ 23);
+    EXPECT_EQ(Exchange(Bytes({5})).size(), 5u);
+    line_->Send(Bytes({6}));
+    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
+}
+
+TEST_F(SimulatorTest, MultiBlockTestCommandRefusesBadCounts) {
+    EXPECT_EQ(SendCommand("~B0"), Bytes({21}));
+    EXPECT_EQ(SendCommand("~Bx"), Bytes({21}));
+    EXPECT_EQ(SendCommand("~B100"), Bytes({21}));
+}
+
+TEST_F(SimulatorTest, RegisteredHandlersChangeStateAndLongestPrefixWins) {
+    sim_->RegisterHandler("I0",
+                          [](std::string_view, FiscalState&) { return CommandAnswer::Nak(); });
+    sim_->RegisterHandler("I0Z", [](std::string_view command, FiscalState& state) {
+        ++state.closures;
+        return CommandAnswer::Data({std::string(command)});
+    });
+    EXPECT_EQ(SendCommand("I0X"), Bytes({21}));
+    EXPECT_EQ(SendCommand("I0Z"), session::BuildCommandBlock("I0Z"));
+    long closures = 0;
+    sim_->ChangeState([&](FiscalState& state) { closures = state.closures; });
+    EXPECT_EQ(closures, FiscalState{}.closures + 1);
+}
+
+TEST_F(SimulatorTest, WaitForBlocksIsBounded) {
+    EXPECT_FALSE(sim_->WaitForBlocks(1, milliseconds(30)));
+    for (int i = 0; i < 3; ++i) line_->Send(session::BuildCommandBlock("w"));
+    EXPECT_TRUE(sim_->WaitForBlocks(3, milliseconds(2000)));
+    EXPECT_FALSE(sim_->WaitForBlocks(4, milliseconds(30)));
+}
+
+TEST_F(SimulatorTest, TranscriptLinesAreReadable) {
+    SendCommand("S1");
+    std::vector<TranscriptEntry> entries = sim_->transcript().Entries();
+    ASSERT_EQ(entries.size(), 2u);
+    std::string line = FormatEntry(entries[0], sim_->startTime());
+    EXPECT_NE(line.find("host    [STX]S1[ETX]"), std::string::npos) << line;
+    EXPECT_NE(FormatEntry(entries[1], sim_->startTime()).find("printer [STX]S101[010]"),
+              std::string::npos);
+    EXPECT_LE(entries[0].at, entries[1].at);
+}
+
+TEST(SimulatorLinkTest, LinkPointsAtTerminalWhileRunning) {
+    std::string link = ::testing::TempDir() + "corvid-sim-link";
+    SimulatorConfig config;
+    config.linkPath = link;
+    Simulator sim(config);
+    sim.Start();
+    HostLine line(link);
+    line.Send(Bytes({5}));
+    EXPECT_EQ(line.ReadReply().size(), 5u);
+    sim.Stop();
+    EXPECT_NE(access(link.c_str(), F_OK), 0);
+}
+
+}  // namespace
+}  // namespace corvid::sim::testing

@@ -1,0 +1,44 @@
+// A running simulator with the host's line open on it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "host_line.h"
+#include "session/framing.h"
+#include "sim/simulator.h"
+
+namespace corvid::sim::testing {
+
+inline constexpr milliseconds kQuiet{80};  // long enough to tell "no reply" on an idle line
+
+class SimulatorTest : public ::testing::Test {
+  protected:
+    void Start(SimulatorConfig config = {}) {
+        sim_ = std::make_unique<Simulator>(std::move(config));
+        sim_->Start();
+        line_ = std::make_unique<HostLine>(sim_->SlavePath());
+    }
+    void SetUp() override { Start(); }
+
+    std::string Exchange(std::string_view bytes) {
+        line_->Send(bytes);
+        return line_->ReadReply();
+    }
+    std::string SendCommand(std::string_view command) {
+        return Exchange(session::BuildCommandBlock(command));
+    }
+
+    std::unique_ptr<Simulator> sim_;
+    std::unique_ptr<HostLine> line_;
+};
+
+inline std::string Bytes(std::initializer_list<int> codes) {
+    std::string bytes;
+    for (int code : codes) bytes += static_cast<char>(code);
+    return bytes;
+}
+
+}  // namespace corvid::sim::testing

@@ -1,0 +1,21 @@
+// The tool's commands over an open session. Output is UTF-8 on `out`.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+namespace corvid::session {
+class PrinterFiscal;
+}
+
+namespace corvid::tool {
+
+// Status bytes with their words, the printer model and the "S1" fields. 0 when the printer
+// answered.
+int ShowStatus(session::PrinterFiscal& printer, std::ostream& out);
+// One checked exchange of `command` (printer code page) and its outcome.
+int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out);
+// The fields of every block of the reply to `command`.
+int QueryCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out);
+
+}  // namespace corvid::tool
