@@ -36,9 +36,9 @@ test-windows: windows
 	@echo "== cross-built unit tests under Wine"
 	@scripts/wine-env.sh $(WINDOWS) ctest --test-dir $(WINDOWS) --output-on-failure
 
-test-automation: windows
+test-automation: windows native
 	@echo "== automation tests: VBScript against the registered CorvidAPI.dll"
-	@scripts/run-automation-tests.sh $(WINDOWS)
+	@scripts/run-automation-tests.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
 
 test: test-native test-asan test-windows test-automation
 

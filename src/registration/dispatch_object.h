@@ -1,0 +1,111 @@
+// The base of every COM class of the server: reference counting, IDispatch driven by the
+// embedded type information, ISupportErrorInfo, and the boundary every member runs
+// behind (Guard), where exceptions become the error a host sees.
+#pragma once
+
+#include <windows.h>
+// (first: the OLE headers below use its types)
+#include <oaidl.h>
+
+#include <optional>
+#include <string>
+
+#include "registration/host_error.h"
+
+namespace corvid::registration {
+
+// What does not depend on the interface: the type information and the last error.
+class DispatchCore {
+  public:
+    DispatchCore(REFIID iid, std::string class_source);
+    ~DispatchCore();
+    DispatchCore(const DispatchCore&) = delete;
+    DispatchCore& operator=(const DispatchCore&) = delete;
+
+    HRESULT TypeInfo(UINT index, ITypeInfo** info);
+    HRESULT IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids);
+    // Calls `member` on `instance` (the dual interface) through the type information,
+    // after adapting late-bound arguments, and reports a raised error in `excepinfo`.
+    HRESULT Invoke(void* instance, DISPID member, WORD flags, DISPPARAMS* params, VARIANT* result,
+                   EXCEPINFO* excepinfo, UINT* arg_error);
+    bool Supports(REFIID iid) const;
+
+    // Runs one member; any exception becomes the error it returns and publishes.
+    template <class Body>
+    HRESULT Guard(Body&& body) {
+        try {
+            body();
+            return S_OK;
+        } catch (...) {
+            return Raise(HostErrorFromCurrentException(class_source_));
+        }
+    }
+
+  private:
+    HRESULT Raise(HostError error);
+
+    IID iid_;
+    std::string class_source_;
+    ITypeInfo* type_info_ = nullptr;
+    std::optional<HostError> raised_;
+};
+
+template <class Interface>
+class DispatchObject : public Interface, public ISupportErrorInfo {
+  public:
+    DispatchObject(REFIID iid, std::string class_source) : core_(iid, std::move(class_source)) {}
+    virtual ~DispatchObject() = default;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        if (iid == IID_IUnknown || iid == IID_IDispatch || core_.Supports(iid)) {
+            *object = static_cast<Interface*>(this);
+        } else if (iid == IID_ISupportErrorInfo) {
+            *object = static_cast<ISupportErrorInfo*>(this);
+        } else {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&references_); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const LONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        if (count == nullptr) return E_POINTER;
+        *count = 1;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
+        return core_.TypeInfo(index, info);
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return core_.IdsOfNames(names, count, ids);
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* params,
+                        VARIANT* result, EXCEPINFO* excepinfo, UINT* arg_error) override {
+        return core_.Invoke(static_cast<Interface*>(this), member, flags, params, result, excepinfo,
+                            arg_error);
+    }
+
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override {
+        return core_.Supports(iid) ? S_OK : S_FALSE;
+    }
+
+  protected:
+    template <class Body>
+    HRESULT Guard(Body&& body) {
+        return core_.Guard(std::forward<Body>(body));
+    }
+
+  private:
+    DispatchCore core_;
+    LONG references_ = 1;
+};
+
+}  // namespace corvid::registration

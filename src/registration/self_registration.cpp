@@ -1,0 +1,103 @@
+#include "registration/self_registration.h"
+
+#include <objbase.h>
+#include <oleauto.h>
+#include <olectl.h>
+
+#include <string>
+
+#include "registration/CorvidAPI_h.h"
+#include "registration/module_state.h"
+
+namespace corvid::registration {
+namespace {
+
+struct CreatableClass {
+    const CLSID* clsid;
+    const wchar_t* prog_id;
+    const wchar_t* description;
+};
+
+const CreatableClass kClasses[] = {
+    {&CLSID_PrinterFiscal, L"PrinterFiscalCorvid.PrinterFiscal", L"PrinterFiscal"},
+    {&CLSID_CStringBuffer, L"PrinterFiscalCorvid.CStringBuffer", L"CStringBuffer"},
+};
+
+std::wstring GuidText(const GUID& guid) {
+    wchar_t text[40] = {};
+    StringFromGUID2(guid, text, 40);
+    return text;
+}
+
+// Creates `key` under HKEY_CLASSES_ROOT and sets its value `name` (default when null).
+HRESULT SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    HKEY handle = nullptr;
+    LONG status = RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                                  nullptr, &handle, nullptr);
+    if (status == ERROR_SUCCESS) {
+        const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+        status = RegSetValueExW(handle, name, 0, REG_SZ,
+                                reinterpret_cast<const BYTE*>(value.c_str()), bytes);
+        RegCloseKey(handle);
+    }
+    return HRESULT_FROM_WIN32(status);
+}
+
+HRESULT RegisterCreatableClass(const CreatableClass& entry, const std::wstring& module_path) {
+    const std::wstring clsid = GuidText(*entry.clsid);
+    const std::wstring clsid_key = L"CLSID\\" + clsid;
+    const std::wstring prog_id = entry.prog_id;
+    const HRESULT results[] = {
+        SetValue(clsid_key, nullptr, entry.description),
+        SetValue(clsid_key + L"\\InprocServer32", nullptr, module_path),
+        SetValue(clsid_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"),
+        SetValue(clsid_key + L"\\ProgID", nullptr, prog_id),
+        SetValue(clsid_key + L"\\TypeLib", nullptr, GuidText(LIBID_PrinterFiscalCorvid)),
+        SetValue(prog_id, nullptr, entry.description),
+        SetValue(prog_id + L"\\CLSID", nullptr, clsid),
+    };
+    for (HRESULT hr : results) {
+        if (FAILED(hr)) return hr;
+    }
+    return S_OK;
+}
+
+HRESULT DeleteTree(const std::wstring& key) {
+    const LONG status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+    if (status == ERROR_FILE_NOT_FOUND) return S_OK;
+    return HRESULT_FROM_WIN32(status);
+}
+
+}  // namespace
+
+HRESULT RegisterServer() {
+    const std::wstring module_path = ModulePath();
+    if (module_path.empty()) return SELFREG_E_CLASS;
+    for (const auto& entry : kClasses) {
+        if (FAILED(RegisterCreatableClass(entry, module_path))) return SELFREG_E_CLASS;
+    }
+    std::wstring path = module_path;  // RegisterTypeLib takes a non-const string
+    ITypeLib* library = nullptr;
+    HRESULT hr = LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library);
+    if (SUCCEEDED(hr)) {
+        hr = RegisterTypeLib(library, path.data(), nullptr);
+        library->Release();
+    }
+    return FAILED(hr) ? SELFREG_E_TYPELIB : S_OK;
+}
+
+HRESULT UnregisterServer() {
+    HRESULT result = S_OK;
+    for (const auto& entry : kClasses) {
+        if (FAILED(DeleteTree(L"CLSID\\" + GuidText(*entry.clsid)))) result = SELFREG_E_CLASS;
+        if (FAILED(DeleteTree(entry.prog_id))) result = SELFREG_E_CLASS;
+    }
+    const HRESULT hr =
+        UnRegisterTypeLib(LIBID_PrinterFiscalCorvid, 1, 0, LOCALE_NEUTRAL, SYS_WIN64);
+    if (FAILED(hr) && hr != TYPE_E_REGISTRYACCESS && hr != TYPE_E_CANTLOADLIBRARY) {
+        result = SELFREG_E_TYPELIB;
+    }
+    return result;
+}
+
+}  // namespace corvid::registration

@@ -1,0 +1,46 @@
+#include "registration/string_buffer_object.h"
+
+#include "registration/bstr_text.h"
+#include "registration/checked_pointer.h"
+#include "registration/variant_values.h"
+
+namespace corvid::registration {
+
+StringBufferObject::StringBufferObject()
+    : DispatchObject(IID__CStringBuffer, "PrinterFiscalCorvid.CStringBuffer") {}
+
+STDMETHODIMP StringBufferObject::Append(BSTR* s) {
+    return Guard([&] { buffer_.Append(BytesFromBstr(*Checked(s))); });
+}
+
+STDMETHODIMP StringBufferObject::AppendV(VARIANT* v) {
+    return Guard([&] { buffer_.Append(TextFromVariant(*Checked(v))); });
+}
+
+STDMETHODIMP StringBufferObject::Remove(LONG* Index, LONG* Length) {
+    return Guard([&] {
+        std::int32_t length = *Checked(Length);
+        buffer_.Remove(*Checked(Index), length);
+        *Length = length;
+    });
+}
+
+STDMETHODIMP StringBufferObject::Insert(LONG* Index, BSTR* Text) {
+    return Guard([&] { buffer_.Insert(*Checked(Index), BytesFromBstr(*Checked(Text))); });
+}
+
+STDMETHODIMP StringBufferObject::Replace(BSTR* orgText, BSTR* NewText) {
+    return Guard([&] {
+        buffer_.Replace(BytesFromBstr(*Checked(orgText)), BytesFromBstr(*Checked(NewText)));
+    });
+}
+
+STDMETHODIMP StringBufferObject::get_Value(BSTR* text) {
+    return Guard([&] { *Checked(text) = BstrFromBytes(buffer_.Value()); });
+}
+
+STDMETHODIMP StringBufferObject::put_Value(BSTR text) {
+    return Guard([&] { buffer_.SetValue(BytesFromBstr(text)); });
+}
+
+}  // namespace corvid::registration

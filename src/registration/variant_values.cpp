@@ -1,0 +1,183 @@
+#include "registration/variant_values.h"
+
+#include <oleauto.h>
+
+#include <new>
+
+#include "automation/vb_error.h"
+#include "registration/bstr_text.h"
+#include "registration/variant_store.h"
+
+namespace corvid::registration {
+namespace {
+
+using automation::VbError;
+namespace vb_errors = automation::vb_errors;
+
+[[noreturn]] void RaiseConversionError(HRESULT hr) {
+    if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+    throw VbError::Standard(hr == DISP_E_OVERFLOW ? vb_errors::kOverflow
+                                                  : vb_errors::kTypeMismatch);
+}
+
+// Owns a VARIANT for the length of a conversion.
+class ScopedVariant {
+  public:
+    ScopedVariant() { VariantInit(&value_); }
+    ~ScopedVariant() { VariantClear(&value_); }
+    ScopedVariant(const ScopedVariant&) = delete;
+    ScopedVariant& operator=(const ScopedVariant&) = delete;
+    VARIANT* get() { return &value_; }
+
+  private:
+    VARIANT value_;
+};
+
+void ConvertInto(ScopedVariant& converted, const VARIANT& value, VARTYPE type) {
+    const HRESULT hr =
+        VariantChangeType(converted.get(), Source(Innermost(&value)), VARIANT_ALPHABOOL, type);
+    if (FAILED(hr)) RaiseConversionError(hr);
+}
+
+SAFEARRAY* NewArray(VARTYPE type, std::size_t count) {
+    SAFEARRAY* array = SafeArrayCreateVector(type, 0, static_cast<ULONG>(count));
+    if (array == nullptr) throw std::bad_alloc();
+    return array;
+}
+
+void Check(HRESULT hr, SAFEARRAY* array) {
+    if (SUCCEEDED(hr)) return;
+    SafeArrayDestroy(array);
+    RaiseConversionError(hr);
+}
+
+SAFEARRAY* VariantStrings(const std::vector<std::string>& fields) {
+    SAFEARRAY* array = NewArray(VT_VARIANT, fields.size());
+    for (LONG i = 0; i < static_cast<LONG>(fields.size()); ++i) {
+        VARIANT element;
+        VariantInit(&element);
+        element.vt = VT_BSTR;
+        try {
+            element.bstrVal = BstrFromBytes(fields[static_cast<std::size_t>(i)]);
+        } catch (...) {
+            SafeArrayDestroy(array);
+            throw;
+        }
+        const HRESULT hr = SafeArrayPutElement(array, &i, &element);  // copies
+        VariantClear(&element);
+        Check(hr, array);
+    }
+    return array;
+}
+
+}  // namespace
+
+bool IsMissing(const VARIANT* value) {
+    if (value == nullptr) return true;
+    const VARIANT* inner = Innermost(value);
+    return inner->vt == VT_ERROR && inner->scode == DISP_E_PARAMNOTFOUND;
+}
+
+std::string TextFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_BSTR);
+    return BytesFromBstr(converted.get()->bstrVal);
+}
+
+std::int16_t ShortFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_I2);
+    return converted.get()->iVal;
+}
+
+void SetText(VARIANT* result, std::string_view text) {
+    BSTR converted = BstrFromBytes(text);
+    VariantInit(result);
+    result->vt = VT_BSTR;
+    result->bstrVal = converted;
+}
+
+void SetShort(VARIANT* result, std::int16_t number) {
+    VariantInit(result);
+    result->vt = VT_I2;
+    result->iVal = number;
+}
+
+void SetVariantArray(VARIANT* result, const std::vector<std::string>& fields) {
+    SAFEARRAY* array = VariantStrings(fields);
+    VariantInit(result);
+    result->vt = VT_ARRAY | VT_VARIANT;
+    result->parray = array;
+}
+
+void SetStringArray(VARIANT* result, const std::vector<std::string>& fields) {
+    SAFEARRAY* array = NewArray(VT_BSTR, fields.size());
+    for (LONG i = 0; i < static_cast<LONG>(fields.size()); ++i) {
+        BSTR element = nullptr;
+        try {
+            element = BstrFromBytes(fields[static_cast<std::size_t>(i)]);
+        } catch (...) {
+            SafeArrayDestroy(array);
+            throw;
+        }
+        const HRESULT hr = SafeArrayPutElement(array, &i, element);  // copies
+        SysFreeString(element);
+        Check(hr, array);
+    }
+    VariantInit(result);
+    result->vt = VT_ARRAY | VT_BSTR;
+    result->parray = array;
+}
+
+void SetArrayOfArrays(VARIANT* result, const std::vector<std::vector<std::string>>& blocks) {
+    SAFEARRAY* array = NewArray(VT_VARIANT, blocks.size());
+    for (LONG i = 0; i < static_cast<LONG>(blocks.size()); ++i) {
+        VARIANT element;
+        VariantInit(&element);
+        try {
+            SetVariantArray(&element, blocks[static_cast<std::size_t>(i)]);
+        } catch (...) {
+            SafeArrayDestroy(array);
+            throw;
+        }
+        const HRESULT hr = SafeArrayPutElement(array, &i, &element);  // copies
+        VariantClear(&element);
+        Check(hr, array);
+    }
+    VariantInit(result);
+    result->vt = VT_ARRAY | VT_VARIANT;
+    result->parray = array;
+}
+
+std::vector<std::string> FieldsFromVariant(const VARIANT& value) {
+    const VARIANT* inner = Innermost(&value);
+    SAFEARRAY* array = nullptr;
+    if ((inner->vt & VT_ARRAY) != 0) {
+        array = (inner->vt & VT_BYREF) != 0 ? *inner->pparray : inner->parray;
+    }
+    const VARTYPE element_type = static_cast<VARTYPE>(inner->vt & VT_TYPEMASK);
+    if (array == nullptr || SafeArrayGetDim(array) != 1 ||
+        (element_type != VT_VARIANT && element_type != VT_BSTR)) {
+        throw VbError::Standard(vb_errors::kTypeMismatch);
+    }
+    LONG lower = 0;
+    LONG upper = -1;
+    SafeArrayGetLBound(array, 1, &lower);
+    SafeArrayGetUBound(array, 1, &upper);
+    std::vector<std::string> fields;
+    for (LONG i = lower; i <= upper; ++i) {
+        ScopedVariant element;
+        HRESULT hr;
+        if (element_type == VT_VARIANT) {
+            hr = SafeArrayGetElement(array, &i, element.get());
+        } else {
+            element.get()->vt = VT_BSTR;
+            hr = SafeArrayGetElement(array, &i, &element.get()->bstrVal);
+        }
+        if (FAILED(hr)) RaiseConversionError(hr);
+        fields.push_back(TextFromVariant(*element.get()));
+    }
+    return fields;
+}
+
+}  // namespace corvid::registration

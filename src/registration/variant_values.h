@@ -1,0 +1,36 @@
+// Variants in and out of the members: conversions as VB does them (failures raise type
+// mismatch, error 13, or overflow, error 6) and arrays of fields as hosts expect them.
+#pragma once
+
+#include <windows.h>
+// (first: the OLE headers below use its types)
+#include <oaidl.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvid::registration {
+
+// An optional argument the host left out (absent, or VT_ERROR DISP_E_PARAMNOTFOUND).
+bool IsMissing(const VARIANT* value);
+
+// CStr and CInt of a Variant, references followed.
+std::string TextFromVariant(const VARIANT& value);
+std::int16_t ShortFromVariant(const VARIANT& value);
+
+// Results written into a [out, retval] VARIANT*.
+void SetText(VARIANT* result, std::string_view text);
+void SetShort(VARIANT* result, std::int16_t number);
+// An array of Variant strings (VT_ARRAY | VT_VARIANT), lower bound 0.
+void SetVariantArray(VARIANT* result, const std::vector<std::string>& fields);
+// An array of Strings (VT_ARRAY | VT_BSTR), lower bound 0.
+void SetStringArray(VARIANT* result, const std::vector<std::string>& fields);
+// An array of Variants, each an array of Variant strings.
+void SetArrayOfArrays(VARIANT* result, const std::vector<std::vector<std::string>>& blocks);
+
+// The elements of a one-dimensional array of Variants or Strings, each as text.
+std::vector<std::string> FieldsFromVariant(const VARIANT& value);
+
+}  // namespace corvid::registration
