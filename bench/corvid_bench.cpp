@@ -41,11 +41,12 @@ void MeasureThroughput(corvid::session::PrinterFiscal& printer) {
     const auto start = Clock::now();
     for (int i = 0; i < kExchanges; ++i) printer.Execute("w");
     const double perExchange = Seconds(Clock::now() - start) / kExchanges;
-    std::printf("(a) %d exchanges: %.0f exchanges/s, %.3f ms each over the pseudo-terminal;\n"
-                "    the same %d bytes take %.2f ms on a 9600-baud 8E1 line (%.1f%% of it)\n",
-                kExchanges, 1 / perExchange, perExchange * 1e3, kExchangeBytes,
-                kExchangeBytes * kSecondsPerByte * 1e3,
-                100 * perExchange / (kExchangeBytes * kSecondsPerByte));
+    std::printf(
+        "(a) %d exchanges: %.0f exchanges/s, %.3f ms each over the pseudo-terminal;\n"
+        "    the same %d bytes take %.2f ms on a 9600-baud 8E1 line (%.1f%% of it)\n",
+        kExchanges, 1 / perExchange, perExchange * 1e3, kExchangeBytes,
+        kExchangeBytes * kSecondsPerByte * 1e3,
+        100 * perExchange / (kExchangeBytes * kSecondsPerByte));
 }
 
 void MeasureHeldReply(corvid::sim::Simulator& simulator, corvid::session::PrinterFiscal& printer) {
@@ -71,9 +72,10 @@ void MeasureHeldReply(corvid::sim::Simulator& simulator, corvid::session::Printe
     }
     simulator.SetReplyDelay(std::chrono::milliseconds(0));
     std::sort(delays.begin(), delays.end());
-    std::printf("(b) replies held 200 ms (%d exchanges, %.2f s): host CPU %.1f ms = %.3f%% of "
-                "wall time\n",
-                kExchanges, wall, cpu * 1e3, 100 * cpu / wall);
+    std::printf(
+        "(b) replies held 200 ms (%d exchanges, %.2f s): host CPU %.1f ms = %.3f%% of "
+        "wall time\n",
+        kExchanges, wall, cpu * 1e3, 100 * cpu / wall);
     if (!delays.empty()) {
         std::printf("(c) reply written -> Execute returned: median %.3f ms, worst %.3f ms\n",
                     delays[delays.size() / 2] * 1e3, delays.back() * 1e3);

@@ -7,7 +7,7 @@
 namespace corvid::automation {
 
 class Currency {
-public:
+  public:
     static constexpr std::int64_t kScale = 10000;
 
     constexpr Currency() = default;
@@ -26,7 +26,7 @@ public:
 
     constexpr auto operator<=>(const Currency&) const = default;
 
-private:
+  private:
     constexpr explicit Currency(std::int64_t scaled) : scaled_(scaled) {}
     std::int64_t scaled_ = 0;
 };

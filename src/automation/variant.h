@@ -26,8 +26,8 @@ struct Date {
     bool operator==(const Date&) const = default;
 };
 
-using Variant = std::variant<Empty, Null, bool, std::int16_t, std::int32_t, float, double,
-                             Currency, Date, std::string, ErrorValue>;
+using Variant = std::variant<Empty, Null, bool, std::int16_t, std::int32_t, float, double, Currency,
+                             Date, std::string, ErrorValue>;
 
 // CStr: the text VB gives a value; Null and ErrorValue raise type mismatch (error 13).
 // Empty is ""; Booleans "True"/"False"; doubles up to 15 significant digits and Singles up

@@ -20,7 +20,7 @@ inline constexpr std::int32_t kObjectErrorBase = static_cast<std::int32_t>(0x800
 // One exception type for every run-time error. `number` is either a VB error number
 // (1..65535, such as 5 or 40001) or a full 32-bit error code (such as 0x80040005).
 class VbError : public std::runtime_error {
-public:
+  public:
     VbError(std::int32_t number, std::string source, std::string description);
 
     // The standard VB text for the number when no description is given.
@@ -30,7 +30,7 @@ public:
     const std::string& source() const { return source_; }
     const std::string& description() const { return description_; }
 
-private:
+  private:
     std::int32_t number_;
     std::string source_;
     std::string description_;

@@ -51,14 +51,15 @@ void Check(HRESULT hr, SAFEARRAY* array) {
     RaiseConversionError(hr);
 }
 
-SAFEARRAY* VariantStrings(const std::vector<std::string>& fields) {
-    SAFEARRAY* array = NewArray(VT_VARIANT, fields.size());
-    for (LONG i = 0; i < static_cast<LONG>(fields.size()); ++i) {
+// A zero-based array of Variants, element i filled by fill(&variant, items[i]).
+template <typename Items, typename Fill>
+SAFEARRAY* VariantArrayOf(const Items& items, Fill fill) {
+    SAFEARRAY* array = NewArray(VT_VARIANT, items.size());
+    for (LONG i = 0; i < static_cast<LONG>(items.size()); ++i) {
         VARIANT element;
         VariantInit(&element);
-        element.vt = VT_BSTR;
         try {
-            element.bstrVal = BstrFromBytes(fields[static_cast<std::size_t>(i)]);
+            fill(&element, items[static_cast<std::size_t>(i)]);
         } catch (...) {
             SafeArrayDestroy(array);
             throw;
@@ -68,6 +69,13 @@ SAFEARRAY* VariantStrings(const std::vector<std::string>& fields) {
         Check(hr, array);
     }
     return array;
+}
+
+SAFEARRAY* VariantStrings(const std::vector<std::string>& fields) {
+    return VariantArrayOf(fields, [](VARIANT* element, const std::string& field) {
+        element->bstrVal = BstrFromBytes(field);
+        element->vt = VT_BSTR;
+    });
 }
 
 }  // namespace
@@ -130,20 +138,7 @@ void SetStringArray(VARIANT* result, const std::vector<std::string>& fields) {
 }
 
 void SetArrayOfArrays(VARIANT* result, const std::vector<std::vector<std::string>>& blocks) {
-    SAFEARRAY* array = NewArray(VT_VARIANT, blocks.size());
-    for (LONG i = 0; i < static_cast<LONG>(blocks.size()); ++i) {
-        VARIANT element;
-        VariantInit(&element);
-        try {
-            SetVariantArray(&element, blocks[static_cast<std::size_t>(i)]);
-        } catch (...) {
-            SafeArrayDestroy(array);
-            throw;
-        }
-        const HRESULT hr = SafeArrayPutElement(array, &i, &element);  // copies
-        VariantClear(&element);
-        Check(hr, array);
-    }
+    SAFEARRAY* array = VariantArrayOf(blocks, SetVariantArray);
     VariantInit(result);
     result->vt = VT_ARRAY | VT_VARIANT;
     result->parray = array;

@@ -9,12 +9,12 @@ namespace corvid::session {
 namespace {
 
 class QuickViewDebugView : public port::DebugView {
-public:
+  public:
     QuickViewDebugView() { view_.SetReportWidth(80); }
     void Add(const std::string& line) override { view_.Add(line, 0); }
     void ShowModal() override { view_.ShowModal(); }
 
-private:
+  private:
     preview::lfQuickView view_;
 };
 

@@ -121,9 +121,8 @@ void PrinterFiscal::GetStatus() {
     } else {
         pfError = pfCommError;
     }
-    Trace("GetStatus: <- pfError = " + std::to_string(pfError) +
-          "; resultFlag = " + std::to_string(resultFlag) + ", STS1=" + HexText(STS1) +
-          ", STS2= " + HexText(STS2));
+    Trace("GetStatus: <- pfError = " + std::to_string(pfError) + "; resultFlag = " +
+          std::to_string(resultFlag) + ", STS1=" + HexText(STS1) + ", STS2= " + HexText(STS2));
 }
 
 void PrinterFiscal::WaitForReply() {
@@ -132,7 +131,8 @@ void PrinterFiscal::WaitForReply() {
     } catch (const automation::VbError& error) {
         port::CurrentUserPrompts().MessageBox(
             "Error " + std::to_string(error.number()) + " (" + error.description() +
-                ") in procedure WaitForReply of M\xF3" "dulo de clase PrinterFiscal",
+                ") in procedure WaitForReply of M\xF3"
+                "dulo de clase PrinterFiscal",
             port::PromptButtons::kOk, port::PromptIcon::kNone, "");
     }
 }

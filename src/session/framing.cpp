@@ -58,9 +58,12 @@ std::string EscapeString(std::string_view text) {
         } else if (const char* tag = NamedTag(code)) {
             escaped += tag;
         } else {
-            const char digits[] = {'[', static_cast<char>('0' + code / 100),
+            const char digits[] = {'[',
+                                   static_cast<char>('0' + code / 100),
                                    static_cast<char>('0' + code / 10 % 10),
-                                   static_cast<char>('0' + code % 10), ']', '\0'};
+                                   static_cast<char>('0' + code % 10),
+                                   ']',
+                                   '\0'};
             escaped += digits;
         }
     }

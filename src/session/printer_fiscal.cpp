@@ -47,8 +47,8 @@ void PrinterFiscal::ReadSettingsAtCreation() {
     // Rates "0", "1", ... until the first missing one; at most seven.
     numTasas_ = 0;
     while (numTasas_ < 7) {
-        const std::string text = port::GetSettingString(kApplication, kRatesSection,
-                                                        std::to_string(numTasas_), "nil");
+        const std::string text =
+            port::GetSettingString(kApplication, kRatesSection, std::to_string(numTasas_), "nil");
         if (text == "nil") break;
         tasas_[static_cast<std::size_t>(numTasas_)] = automation::Val(text);
         ++numTasas_;
@@ -69,9 +69,7 @@ std::string PrinterFiscal::BuildCommandBlock(std::string_view command) const {
     return session::BuildCommandBlock(command);
 }
 
-std::int16_t PrinterFiscal::CalcXOr(std::string_view text) const {
-    return session::CalcXOr(text);
-}
+std::int16_t PrinterFiscal::CalcXOr(std::string_view text) const { return session::CalcXOr(text); }
 
 std::string PrinterFiscal::EscapeString(std::string_view text) const {
     return session::EscapeString(text);
@@ -93,7 +91,8 @@ void PrinterFiscal::Demora(std::int16_t n) {
     // Sleeping, not the clock loop a busy-wait would run: the printer needs the time,
     // not the processor.
     if (seconds > 0) {
-        automation::CurrentClock().SleepMilliseconds(static_cast<long>(std::lround(seconds * 1000)));
+        automation::CurrentClock().SleepMilliseconds(
+            static_cast<long>(std::lround(seconds * 1000)));
     }
 }
 

@@ -26,7 +26,7 @@ enum class AmountKind { kPrice, kQuantity, kPayment };
 using Fields = std::vector<std::string>;
 
 class PrinterFiscal {
-public:
+  public:
     // Reads every setting in the fixed order of creation. `line` is the serial layer;
     // omitted, the process-wide port table is used.
     explicit PrinterFiscal(std::shared_ptr<SerialLine> line = nullptr);
@@ -102,7 +102,7 @@ public:
     std::int16_t numTasas() const { return numTasas_; }
     preview::lfQuickView* preview() const { return preview_.get(); }
 
-private:
+  private:
     void ReadSettingsAtCreation();
     void LoadFlag21();
     void WaitForReply();

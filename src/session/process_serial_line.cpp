@@ -7,7 +7,7 @@ namespace corvid::session {
 namespace {
 
 class PortTableLine : public SerialLine {
-public:
+  public:
     std::int32_t Open(std::int16_t port, const std::string& name,
                       const std::string& settings) override {
         return port::CommOpen(port, name, settings);

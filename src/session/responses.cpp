@@ -92,7 +92,8 @@ std::vector<Fields> PrinterFiscal::GetMultipleResponses(std::string_view cmd) {
 std::string PrinterFiscal::GetMultipleResponsesStr(std::string_view cmd,
                                                    std::optional<std::string_view> itemSep,
                                                    std::optional<std::string_view> rowSep) {
-    const std::string item = itemSep ? std::string(*itemSep) : std::string(1, static_cast<char>(US));
+    const std::string item =
+        itemSep ? std::string(*itemSep) : std::string(1, static_cast<char>(US));
     const std::string row = rowSep ? std::string(*rowSep) : std::string(1, static_cast<char>(RS));
     std::string text;
     const std::vector<Fields> blocks = GetMultipleResponses(cmd);

@@ -10,7 +10,7 @@
 namespace corvid::session {
 
 class SerialLine {
-public:
+  public:
     virtual ~SerialLine() = default;
     // 0 on success, else the error number; ErrorText() then tells why.
     virtual std::int32_t Open(std::int16_t port, const std::string& name,

@@ -3,18 +3,12 @@
 #include "automation/conversions.h"
 #include "automation/locale_format.h"
 #include "automation/vb_error.h"
+#include "vb_error_testing.h"
 
 namespace corvid::automation {
 namespace {
 
-int ErrorNumberOf(auto&& action) {
-    try {
-        action();
-    } catch (const VbError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using corvid::testing::ErrorNumberOf;
 
 TEST(ValTest, ReadsTheLeadingNumber) {
     EXPECT_EQ(Val(""), 0);

@@ -18,7 +18,7 @@ using Direction = sim::TranscriptEntry::Direction;
 using What = sim::TranscriptEntry::What;
 
 class SessionOnSimulator : public ::testing::Test {
-protected:
+  protected:
     static constexpr std::int16_t kPort = 7;
 
     void SetUp() override {

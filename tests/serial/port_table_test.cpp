@@ -10,6 +10,7 @@
 #include "port/port_devices.h"
 #include "port/serial_ports.h"
 #include "serial/serial_test_support.h"
+#include "vb_error_testing.h"
 
 namespace corvid::port {
 namespace {
@@ -37,14 +38,7 @@ class PortTableTest : public testing::SerialTest {
     std::filesystem::path dump_path_;
 };
 
-int ErrorNumberOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const automation::VbError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using corvid::testing::ErrorNumberOf;
 
 TEST_F(PortTableTest, PortNumbersOutside1To99AreSubscriptErrors) {
     std::string data;

@@ -17,7 +17,7 @@ TEST_F(SessionTest, DefaultsWithoutAnySetting) {
 }
 
 TEST_F(SessionTest, SettingsReadAtCreationWithTheirConversions) {
-    Set("TimeOut", "7,5");  // either decimal separator; rounds half to even
+    Set("TimeOut", "7,5");    // either decimal separator; rounds half to even
     Set("Retries", "99999");  // does not fit 16 bits: the field keeps its default
     Set("SkipChecks", "True");
     Set("ColumnasDescripcion", "40");

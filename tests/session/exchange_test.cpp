@@ -40,7 +40,8 @@ TEST_F(SessionTest, ReplySplitAtEveryByteIsJoined) {
     for (char c : DataReply("A\nB")) bytes.emplace_back(1, c);
     line_->blockAnswers.push_back(bytes);
     EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.result, std::string("\x02" "A\nB\x03"));
+    EXPECT_EQ(s.result, std::string("\x02"
+                                    "A\nB\x03"));
     EXPECT_EQ(s.resultFlag, ETX);
     EXPECT_EQ(s.DescripcionError, "Ok");
 }
@@ -173,7 +174,9 @@ TEST_F(SessionTest, AbrirOnAPortThatCannotOpenRaises40001AndKeepsTheNumber) {
 TEST_F(SessionTest, ResetSendsE) {
     PrinterFiscal& s = OpenSession();
     EXPECT_EQ(s.Reset(), 0);
-    EXPECT_EQ(line_->writes.back(), std::string("\x02" "e\x03") + char('e' ^ ETX));
+    EXPECT_EQ(line_->writes.back(), std::string("\x02"
+                                                "e\x03") +
+                                        char('e' ^ ETX));
     EXPECT_TRUE(s.NextStatusBlock().empty());
     EXPECT_EQ(line_->writes.back(), kAck);
 }

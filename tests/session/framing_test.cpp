@@ -1,7 +1,8 @@
+#include "session/framing.h"
+
 #include <gtest/gtest.h>
 
 #include "automation/vb_error.h"
-#include "session/framing.h"
 
 namespace corvid::session {
 namespace {

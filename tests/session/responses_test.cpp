@@ -48,7 +48,10 @@ TEST_F(SessionTest, FurtherBlocksAreAcknowledgedOneByOne) {
 
     line_->blockAnswers.push_back(Reads{DataReply("a\nb", ETB)});
     line_->ackAnswers.push_back(Reads{DataReply("c")});
-    EXPECT_EQ(s.GetMultipleResponsesStr("X"), "a\x1F" "b\x1E" "c");
+    EXPECT_EQ(s.GetMultipleResponsesStr("X"),
+              "a\x1F"
+              "b\x1E"
+              "c");
     line_->blockAnswers.push_back(Reads{DataReply("a\nb", ETB)});
     line_->ackAnswers.push_back(Reads{DataReply("c")});
     EXPECT_EQ(s.GetMultipleResponsesStr("X", ",", ";"), "a,b;c");

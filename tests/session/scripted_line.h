@@ -31,7 +31,7 @@ inline std::string DataReply(const std::string& text, int end = ETX) {
 }
 
 class ScriptedLine : public SerialLine {
-public:
+  public:
     explicit ScriptedLine(automation::FakeClock& clock) : clock_(clock) {}
 
     // Answers to the next status requests; when none is queued the default answers.
@@ -101,7 +101,7 @@ public:
 
     int waits = 0;
 
-private:
+  private:
     static Reads Next(std::deque<Reads>& queue, const Reads& fallback) {
         if (queue.empty()) return fallback;
         Reads next = queue.front();

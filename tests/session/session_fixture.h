@@ -8,13 +8,13 @@
 #include "automation/fake_clock.h"
 #include "port/memory_settings_source.h"
 #include "session/printer_fiscal.h"
-#include "session/session_settings.h"
 #include "session/scripted_line.h"
+#include "session/session_settings.h"
 
 namespace corvid::session::testing {
 
 class SessionTest : public ::testing::Test {
-protected:
+  protected:
     SessionTest()
         : fakeClock_(std::make_shared<automation::FakeClock>()),
           clock_(fakeClock_),

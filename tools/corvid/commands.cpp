@@ -12,18 +12,24 @@ namespace {
 
 const char* ModelName(std::int32_t model) {
     switch (model) {
-        case session::SRP350: return "SRP350";
-        case session::DT230: return "DT230";
-        case session::HKA112: return "HKA112";
-        case session::SRP812: return "SRP812";
-        default: return "unknown";
+        case session::SRP350:
+            return "SRP350";
+        case session::DT230:
+            return "DT230";
+        case session::HKA112:
+            return "HKA112";
+        case session::SRP812:
+            return "SRP812";
+        default:
+            return "unknown";
     }
 }
 
 void ShowOutcome(const session::PrinterFiscal& printer, std::ostream& out) {
     out << "  pfError = " << printer.pfError << " (" << Cp1252ToUtf8(printer.DescripcionError)
-        << "), resultFlag = " << Cp1252ToUtf8(session::EscapeString(std::string(
-                                     1, static_cast<char>(printer.resultFlag))))
+        << "), resultFlag = "
+        << Cp1252ToUtf8(
+               session::EscapeString(std::string(1, static_cast<char>(printer.resultFlag))))
         << "\n";
 }
 

@@ -65,9 +65,8 @@ int ShowTrace() {
     auto& trace = corvid::port::TraceLog::Process();
     trace.SetIsDebug(true);
     trace.SetFileEnabled(false);
-    return trace.AddSink([](const std::string& line) {
-        std::cout << "  | " << Cp1252ToUtf8(line) << "\n";
-    });
+    return trace.AddSink(
+        [](const std::string& line) { std::cout << "  | " << Cp1252ToUtf8(line) << "\n"; });
 }
 
 int RunDemo(PrinterFiscal& printer, const PrinterTarget& target) {
@@ -76,8 +75,8 @@ int RunDemo(PrinterFiscal& printer, const PrinterTarget& target) {
     std::cout << "\n== Open the cash drawer (command w)\n";
     failures += SendCommand(printer, "w", std::cout);
     std::cout << "\n== A reply in three blocks, each further block acknowledged\n";
-    failures += QueryCommand(printer, std::string(corvid::sim::kMultiBlockTestCommand) + "3",
-                             std::cout);
+    failures +=
+        QueryCommand(printer, std::string(corvid::sim::kMultiBlockTestCommand) + "3", std::cout);
     std::cout << "\n== The printer answers NAK twice: the block is sent again at once\n";
     target.simulator()->NakNextBlocks(2);
     failures += SendCommand(printer, "w", std::cout);

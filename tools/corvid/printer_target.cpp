@@ -23,12 +23,13 @@ bool AllDigits(const std::string& text) {
 
 }  // namespace
 
-PrinterTarget::PrinterTarget(const std::string& spec) {
-    std::string number = spec;
-    if (number.size() > 3 && (number.compare(0, 3, "COM") == 0 || number.compare(0, 3, "com") == 0)) {
+PrinterTarget::PrinterTarget(const std::string& where) {
+    std::string number = where;
+    if (number.size() > 3 &&
+        (number.compare(0, 3, "COM") == 0 || number.compare(0, 3, "com") == 0)) {
         number = number.substr(3);
     }
-    if (spec.empty()) {
+    if (where.empty()) {
         simulator_ = std::make_unique<sim::Simulator>();
         simulator_->Start();
         port_ = kMappedPort;
@@ -40,8 +41,8 @@ PrinterTarget::PrinterTarget(const std::string& spec) {
         description_ = "COM" + std::to_string(port_) + " (" + port::PortDevicePath(port_) + ")";
     } else {
         port_ = kMappedPort;
-        port::SetPortDevice(port_, spec);
-        description_ = spec;
+        port::SetPortDevice(port_, where);
+        description_ = where;
     }
 }
 

@@ -13,9 +13,9 @@ class Simulator;
 namespace corvid::tool {
 
 class PrinterTarget {
-public:
+  public:
     // "" for the simulator, "COM5" or "5" for port 5, anything else is a device path.
-    explicit PrinterTarget(const std::string& spec);
+    explicit PrinterTarget(const std::string& where);
     ~PrinterTarget();
 
     // The port number to give Abrir.
@@ -24,7 +24,7 @@ public:
     const std::string& description() const { return description_; }
     sim::Simulator* simulator() const { return simulator_.get(); }
 
-private:
+  private:
     std::int16_t port_ = 1;
     std::string description_;
     std::unique_ptr<sim::Simulator> simulator_;
