@@ -9,7 +9,10 @@ Err.Clear
 On Error GoTo 0
 Check "Abrir on a missing port: Err.Number", number, 40001
 Check "Abrir on a missing port: Err.Source", source, "PrinterFiscal.Abrir"
-CheckTrue "Abrir on a missing port: Err.Description tells why", Len(description) > 0
+CheckTrue "Abrir on a missing port: Err.Description names the failed call", _
+    InStr(description, "CommOpen (CreateFile)") > 0
+CheckTrue "Abrir on a missing port: Err.Description has the error number", _
+    Left(description, 7) = "Error ("
 
 On Error Resume Next
 port = "42"
