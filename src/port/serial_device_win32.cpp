@@ -1,5 +1,6 @@
 // The serial device on Windows: exactly the communication functions the product has always
 // used, on "\\.\COMn" (the form that also opens ports above 9).
+#include <mmsystem.h>
 #include <windows.h>
 
 #include <chrono>
@@ -8,6 +9,15 @@
 
 namespace corvid::port {
 namespace {
+
+// One-millisecond timer resolution while it lives.
+class FineTimer {
+  public:
+    FineTimer() { timeBeginPeriod(1); }
+    ~FineTimer() { timeEndPeriod(1); }
+    FineTimer(const FineTimer&) = delete;
+    FineTimer& operator=(const FineTimer&) = delete;
+};
 
 constexpr DWORD kQueueSize = 1024;
 constexpr DWORD kPurgeAll = PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR;
@@ -139,8 +149,10 @@ class Win32SerialDevice : public SerialDevice {
 
     // A handle opened without overlapped use cannot wait on a comm event with a time-out,
     // so this looks at the input queue in 1 ms sleeps: no spinning, and a reply is seen
-    // within about a millisecond (a timer tick on hosts with a coarse timer).
+    // within about a millisecond. The timer resolution is raised for the wait only;
+    // Windows' default tick of 15.6 ms would make every sleep that long.
     bool WaitReadable(std::chrono::milliseconds timeout) override {
+        const FineTimer fineTimer;
         const auto deadline = std::chrono::steady_clock::now() + timeout;
         for (;;) {
             DWORD errors = 0;

@@ -1,9 +1,11 @@
 #include "port/serial_ports.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <thread>
 
 #include "automation/vb_error.h"
 #include "port/message_pump.h"
@@ -201,8 +203,14 @@ std::int32_t CommGetError(std::string& text) {
 }
 
 bool CommWaitReadable(int port, int milliseconds) {
+    if (milliseconds < 0) return false;
     SerialDevice* device = DeviceOrNull(port);
-    if (device == nullptr || milliseconds < 0) return false;
+    if (device == nullptr) {
+        // Nothing can arrive on a port that is not open: the time passes all the same, so
+        // a caller that waits in a loop does not spin.
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+        return false;
+    }
     return device->WaitReadable(std::chrono::milliseconds(milliseconds));
 }
 

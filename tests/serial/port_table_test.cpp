@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -75,6 +76,12 @@ TEST_F(PortTableTest, CallsOnAPortThatIsNotOpenFailAsOnABadHandle) {
     EXPECT_EQ(LastCommError().description.find("COMM Error Flags"), std::string::npos);
     EXPECT_FALSE(CommWaitReadable(42, 0));
     EXPECT_EQ(CommClose(42), 0);
+
+    // Waiting on a port that is not open lets the time pass, so a caller that waits in a
+    // loop for a reply does not spin.
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(CommWaitReadable(42, 60));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(55));
 }
 
 TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {

@@ -37,7 +37,7 @@ int DecimalCode(std::string_view digits) {
 std::string ParseControlTags(std::string_view text) {
     std::string out;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '[' && i + 4 < text.size() + 0 && text[i + 4] == ']') {
+        if (text[i] == '[' && i + 4 < text.size() && text[i + 4] == ']') {
             const std::string_view inner = text.substr(i + 1, 3);
             int code = NamedCode(inner);
             if (code < 0) code = DecimalCode(inner);

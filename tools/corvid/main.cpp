@@ -11,8 +11,6 @@
 #include "corvid/text_codec.h"
 #include "port/trace_log.h"
 #include "session/printer_fiscal.h"
-#include "sim/builtin_commands.h"
-#include "sim/simulator.h"
 
 namespace {
 
@@ -31,6 +29,9 @@ constexpr const char* kUsage =
     "  demo              a short session on the simulated printer with the trace shown\n"
     "\n"
     "Control bytes in a command are written as the trace writes them: [STX], [ETX], [010].\n";
+
+// The simulated printer's test query that answers in three blocks.
+constexpr const char* kThreeBlockQuery = "~B3";
 
 struct Options {
     std::string port;
@@ -75,8 +76,7 @@ int RunDemo(PrinterFiscal& printer, const PrinterTarget& target) {
     std::cout << "\n== Open the cash drawer (command w)\n";
     failures += SendCommand(printer, "w", std::cout);
     std::cout << "\n== A reply in three blocks, each further block acknowledged\n";
-    failures +=
-        QueryCommand(printer, std::string(corvid::sim::kMultiBlockTestCommand) + "3", std::cout);
+    failures += QueryCommand(printer, kThreeBlockQuery, std::cout);
     std::cout << "\n== The printer answers NAK twice: the block is sent again at once\n";
     target.simulator()->NakNextBlocks(2);
     failures += SendCommand(printer, "w", std::cout);

@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "port/port_devices.h"
-#include "sim/simulator.h"
 
 namespace corvid::tool {
 
@@ -30,15 +29,14 @@ PrinterTarget::PrinterTarget(const std::string& where) {
         number = number.substr(3);
     }
     if (where.empty()) {
-        simulator_ = std::make_unique<sim::Simulator>();
-        simulator_->Start();
+        simulator_ = StartSimulatedPrinter();
         port_ = kMappedPort;
-        port::SetPortDevice(port_, simulator_->SlavePath());
-        description_ = "the built-in simulated printer on " + simulator_->SlavePath();
+        port::SetPortDevice(port_, simulator_->DevicePath());
+        description_ = "the built-in simulated printer on " + simulator_->DevicePath();
     } else if (AllDigits(number)) {
         port_ = static_cast<std::int16_t>(std::stoi(number));
         if (port_ < 1) throw std::invalid_argument("port numbers run from 1 to 99");
-        description_ = "COM" + std::to_string(port_) + " (" + port::PortDevicePath(port_) + ")";
+        description_ = "COM" + std::to_string(port_);
     } else {
         port_ = kMappedPort;
         port::SetPortDevice(port_, where);
@@ -47,10 +45,7 @@ PrinterTarget::PrinterTarget(const std::string& where) {
 }
 
 PrinterTarget::~PrinterTarget() {
-    if (simulator_) {
-        simulator_->Stop();
-        port::SetPortDevice(port_, "");
-    }
+    if (simulator_) port::SetPortDevice(port_, "");
 }
 
 }  // namespace corvid::tool

@@ -6,9 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace corvid::sim {
-class Simulator;
-}
+#include "corvid/simulated_printer.h"
 
 namespace corvid::tool {
 
@@ -22,12 +20,12 @@ class PrinterTarget {
     std::int16_t port() const { return port_; }
     // What the tool says it is talking to.
     const std::string& description() const { return description_; }
-    sim::Simulator* simulator() const { return simulator_.get(); }
+    SimulatedPrinter* simulator() const { return simulator_.get(); }
 
   private:
     std::int16_t port_ = 1;
     std::string description_;
-    std::unique_ptr<sim::Simulator> simulator_;
+    std::unique_ptr<SimulatedPrinter> simulator_;
 };
 
 }  // namespace corvid::tool
