@@ -1,7 +1,8 @@
 // The serial device on Windows: exactly the communication functions the product has always
 // used, on "\\.\COMn" (the form that also opens ports above 9).
-#include <mmsystem.h>
 #include <windows.h>
+// After windows.h, whose types it uses.
+#include <mmsystem.h>
 
 #include <chrono>
 
