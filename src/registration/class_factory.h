@@ -8,6 +8,7 @@
 
 #include "registration/host_error.h"
 #include "registration/module_state.h"
+#include "registration/reference_count.h"
 
 namespace corvid::registration {
 
@@ -27,12 +28,8 @@ class ClassFactory : public IClassFactory {
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&references_); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
+    STDMETHODIMP_(ULONG) AddRef() override { return references_.Increment(); }
+    STDMETHODIMP_(ULONG) Release() override { return references_.Decrement(this); }
 
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
         if (object == nullptr) return E_POINTER;
@@ -56,7 +53,7 @@ class ClassFactory : public IClassFactory {
     }
 
   private:
-    LONG references_ = 1;
+    ReferenceCount references_;
 };
 
 }  // namespace corvid::registration

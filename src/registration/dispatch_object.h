@@ -11,6 +11,7 @@
 #include <string>
 
 #include "registration/host_error.h"
+#include "registration/reference_count.h"
 
 namespace corvid::registration {
 
@@ -69,12 +70,8 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return InterlockedIncrement(&references_); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const LONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
+    STDMETHODIMP_(ULONG) AddRef() override { return references_.Increment(); }
+    STDMETHODIMP_(ULONG) Release() override { return references_.Decrement(this); }
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
@@ -105,7 +102,7 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
 
   private:
     DispatchCore core_;
-    LONG references_ = 1;
+    ReferenceCount references_;
 };
 
 }  // namespace corvid::registration

@@ -1,4 +1,5 @@
 #include "automation/vb_error.h"
+#include "session/framing.h"
 #include "session/session_fixture.h"
 
 namespace corvid::session::testing {
@@ -169,6 +170,35 @@ TEST_F(SessionTest, AbrirOnAPortThatCannotOpenRaises40001AndKeepsTheNumber) {
         EXPECT_EQ(e.description(), line_->errorText);
     }
     EXPECT_EQ(s.port(), 42);
+}
+
+TEST_F(SessionTest, ANewAbrirClosesThePortFirstAndCerrarClosesIt) {
+    PrinterFiscal& s = OpenSession(4);
+    s.Abrir(6);
+    EXPECT_EQ(line_->closedPorts, std::vector<std::int16_t>{4});
+    EXPECT_EQ(s.port(), 6);
+    s.Cerrar();
+    EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{4, 6}));
+    EXPECT_EQ(s.port(), 0);
+    EXPECT_EQ(s.Execute("w"), 1);  // closed again
+}
+
+TEST_F(SessionTest, DirectSendsFrameTheCommandWithoutStatusOrWait) {
+    PrinterFiscal& s = OpenSession();
+    s.pfError = pfPrinterError;
+    line_->blockAnswers = {Reads{}, Reads{}};  // the printer says nothing to them
+    s.SendDirect("a b");
+    s.ExecuteNoCheck("c");
+    EXPECT_EQ(line_->writes,
+              (std::vector<std::string>{BuildCommandBlock("a b"), BuildCommandBlock("c")}));
+    EXPECT_EQ(s.pfError, pfPrinterError);  // outcome untouched
+    EXPECT_EQ(line_->waits, 0);
+
+    line_->ackAnswers.push_back(Reads{DataReply("next")});
+    s.SendAck();
+    EXPECT_EQ(line_->writes.back(), kAck);
+    EXPECT_EQ(s.result, std::string("\x02next\x03"));
+    EXPECT_EQ(s.pfError, pfOk);
 }
 
 TEST_F(SessionTest, ResetSendsE) {

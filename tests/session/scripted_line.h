@@ -47,6 +47,7 @@ class ScriptedLine : public SerialLine {
     std::int32_t openResult = 0;
     std::string errorText = "Error (2): CommOpen (CreateFile) - No such file or directory";
     std::int16_t openedPort = 0;
+    std::vector<std::int16_t> closedPorts;
 
     int Count(const std::string& written) const {
         int n = 0;
@@ -63,7 +64,8 @@ class ScriptedLine : public SerialLine {
         openedPort = port;
         return openResult;
     }
-    std::int32_t Close(std::int16_t) override {
+    std::int32_t Close(std::int16_t port) override {
+        closedPorts.push_back(port);
         openedPort = 0;
         return 0;
     }

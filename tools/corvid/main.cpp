@@ -30,9 +30,6 @@ constexpr const char* kUsage =
     "\n"
     "Control bytes in a command are written as the trace writes them: [STX], [ETX], [010].\n";
 
-// The simulated printer's test query that answers in three blocks.
-constexpr const char* kThreeBlockQuery = "~B3";
-
 struct Options {
     std::string port;
     bool trace = false;
@@ -76,7 +73,7 @@ int RunDemo(PrinterFiscal& printer, const PrinterTarget& target) {
     std::cout << "\n== Open the cash drawer (command w)\n";
     failures += SendCommand(printer, "w", std::cout);
     std::cout << "\n== A reply in three blocks, each further block acknowledged\n";
-    failures += QueryCommand(printer, kThreeBlockQuery, std::cout);
+    failures += QueryCommand(printer, target.simulator()->MultiBlockQuery(3), std::cout);
     std::cout << "\n== The printer answers NAK twice: the block is sent again at once\n";
     target.simulator()->NakNextBlocks(2);
     failures += SendCommand(printer, "w", std::cout);

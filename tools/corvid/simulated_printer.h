@@ -14,6 +14,8 @@ class SimulatedPrinter {
     virtual std::string DevicePath() const = 0;
     // Makes the printer refuse the next `count` blocks with NAK.
     virtual void NakNextBlocks(int count) = 0;
+    // A query the printer answers in `blocks` blocks.
+    virtual std::string MultiBlockQuery(int blocks) const = 0;
 };
 
 // Starts one; throws std::runtime_error where the platform has none.

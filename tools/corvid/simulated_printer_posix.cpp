@@ -1,4 +1,5 @@
 #include "corvid/simulated_printer.h"
+#include "sim/builtin_commands.h"
 #include "sim/simulator.h"
 
 namespace corvid::tool {
@@ -11,6 +12,9 @@ class PseudoTerminalPrinter : public SimulatedPrinter {
     ~PseudoTerminalPrinter() override { simulator_.Stop(); }
     std::string DevicePath() const override { return simulator_.SlavePath(); }
     void NakNextBlocks(int count) override { simulator_.NakNextBlocks(count); }
+    std::string MultiBlockQuery(int blocks) const override {
+        return sim::kMultiBlockTestCommand + std::to_string(blocks);
+    }
 
   private:
     sim::Simulator simulator_;
