@@ -11,10 +11,10 @@
 #include <cstdio>
 #include <vector>
 
-#include "port/memory_settings_source.h"
-#include "port/port_devices.h"
+#include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
 #include "sim/simulator.h"
+#include "support/memory_settings_source.h"
 
 namespace {
 
@@ -85,10 +85,10 @@ void MeasureHeldReply(corvid::sim::Simulator& simulator, corvid::session::Printe
 }  // namespace
 
 int main() {
-    corvid::port::ScopedSettingsSource settings;  // no ORV.ini or user settings involved
+    corvid::host::ScopedSettingsSource settings;  // no ORV.ini or user settings involved
     corvid::sim::Simulator simulator;
     simulator.Start();
-    corvid::port::SetPortDevice(kPort, simulator.SlavePath());
+    corvid::serial::SetPortDevice(kPort, simulator.SlavePath());
     {
         corvid::session::PrinterFiscal printer;
         printer.Abrir(kPort);

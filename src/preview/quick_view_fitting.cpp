@@ -2,7 +2,7 @@
 #include "automation/conversions.h"
 #include "automation/currency.h"
 #include "automation/vb_error.h"
-#include "port/user_prompts.h"
+#include "host/user_prompts.h"
 #include "preview/checked_arithmetic.h"
 #include "preview/printer_metrics.h"
 #include "preview/quick_view.h"
@@ -73,15 +73,15 @@ double lfQuickView::FitFontSize(std::int16_t columns) {
 
 // The person is warned, then asked; only an explicit No goes on to fit the page length.
 bool lfQuickView::AcceptsSmallFont() {
-    port::UserPrompts& prompts = port::CurrentUserPrompts();
+    host::UserPrompts& prompts = host::CurrentUserPrompts();
     prompts.MessageBox(
         "ADVERTENCIA: El reporte podr\xED"
         "a no imprimirse completo con su actual configuraci\xF3n de impresi\xF3n",
-        port::PromptButtons::kOk, port::PromptIcon::kNone, "");
-    const port::PromptAnswer answer =
-        prompts.MessageBox("Desea emitirlo, a pesar de ello", port::PromptButtons::kYesNo,
-                           port::PromptIcon::kNone, "");
-    return answer == port::PromptAnswer::kNo;
+        host::PromptButtons::kOk, host::PromptIcon::kNone, "");
+    const host::PromptAnswer answer =
+        prompts.MessageBox("Desea emitirlo, a pesar de ello", host::PromptButtons::kYesNo,
+                           host::PromptIcon::kNone, "");
+    return answer == host::PromptAnswer::kNo;
 }
 
 }  // namespace corvid::preview

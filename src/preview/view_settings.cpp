@@ -1,13 +1,13 @@
 #include "preview/view_settings.h"
 
 #include "automation/conversions.h"
-#include "port/settings_store.h"
+#include "host/settings_store.h"
 
 namespace corvid::preview {
 namespace {
 
 double ReadNumber(const char* key, const char* fallback) {
-    return automation::Val(port::GetSettingString("ORV", "FVIEW", key, fallback));
+    return automation::Val(host::GetSettingString("ORV", "FVIEW", key, fallback));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // The trace's on-screen view is a report preview 80 columns wide.
-#include "port/debug_view.h"
-#include "port/trace_log.h"
+#include "host/debug_view.h"
+#include "host/trace_log.h"
 #include "preview/quick_view.h"
 #include "session/process_state.h"
 
@@ -8,7 +8,7 @@ namespace corvid::session {
 
 namespace {
 
-class QuickViewDebugView : public port::DebugView {
+class QuickViewDebugView : public host::DebugView {
   public:
     QuickViewDebugView() { view_.SetReportWidth(80); }
     void Add(const std::string& line) override { view_.Add(line, 0); }
@@ -21,7 +21,7 @@ class QuickViewDebugView : public port::DebugView {
 }  // namespace
 
 void InstallDebugViewFactory() {
-    port::TraceLog::Process().SetDebugViewFactory(
+    host::TraceLog::Process().SetDebugViewFactory(
         [] { return std::make_shared<QuickViewDebugView>(); });
 }
 

@@ -6,8 +6,8 @@
 #include "automation/conversions.h"
 #include "automation/variant.h"
 #include "automation/vb_error.h"
-#include "port/trace_log.h"
-#include "port/user_prompts.h"
+#include "host/trace_log.h"
+#include "host/user_prompts.h"
 #include "preview/quick_view.h"
 #include "session/framing.h"
 #include "session/printer_fiscal.h"
@@ -64,7 +64,7 @@ void PrinterFiscal::Cerrar() {
         line_->Close(port_);
         port_ = 0;
     }
-    auto& trace = port::TraceLog::Process();
+    auto& trace = host::TraceLog::Process();
     if (trace.IsDebug()) {
         if (auto view = trace.debug_view()) view->ShowModal();
     }
@@ -129,11 +129,11 @@ void PrinterFiscal::WaitForReply() {
     try {
         CollectReply();
     } catch (const automation::VbError& error) {
-        port::CurrentUserPrompts().MessageBox(
+        host::CurrentUserPrompts().MessageBox(
             "Error " + std::to_string(error.number()) + " (" + error.description() +
                 ") in procedure WaitForReply of M\xF3"
                 "dulo de clase PrinterFiscal",
-            port::PromptButtons::kOk, port::PromptIcon::kNone, "");
+            host::PromptButtons::kOk, host::PromptIcon::kNone, "");
     }
 }
 

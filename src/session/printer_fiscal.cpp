@@ -5,8 +5,8 @@
 #include "automation/clock.h"
 #include "automation/conversions.h"
 #include "automation/format.h"
-#include "port/settings_store.h"
-#include "port/trace_log.h"
+#include "host/settings_store.h"
+#include "host/trace_log.h"
 #include "preview/quick_view.h"
 #include "session/framing.h"
 #include "session/process_state.h"
@@ -38,7 +38,7 @@ void PrinterFiscal::ReadSettingsAtCreation() {
     skipChecks_ = ReadBoolSetting("SkipChecks", false);
     SessionProcess().testMode = ReadBoolSetting("TestMode", false);
     testMode_ = SessionProcess().testMode;
-    auto& trace = port::TraceLog::Process();
+    auto& trace = host::TraceLog::Process();
     InstallDebugViewFactory();
     trace.SetIsDebug(ReadBoolSetting("IsDebug", false));
     trace.SetDebugInmediato(ReadBoolSetting("DebugInmediato", false));
@@ -48,7 +48,7 @@ void PrinterFiscal::ReadSettingsAtCreation() {
     numTasas_ = 0;
     while (numTasas_ < 7) {
         const std::string text =
-            port::GetSettingString(kApplication, kRatesSection, std::to_string(numTasas_), "nil");
+            host::GetSettingString(kApplication, kRatesSection, std::to_string(numTasas_), "nil");
         if (text == "nil") break;
         tasas_[static_cast<std::size_t>(numTasas_)] = automation::Val(text);
         ++numTasas_;
@@ -171,7 +171,7 @@ std::string PrinterFiscal::FormatAmount(AmountKind kind, double value) {
 }
 
 void PrinterFiscal::Trace(const std::string& message) const {
-    port::TraceLog::Process().Trace(message);
+    host::TraceLog::Process().Trace(message);
 }
 
 }  // namespace corvid::session

@@ -3,12 +3,12 @@
 #include "automation/conversions.h"
 #include "automation/currency.h"
 #include "automation/vb_error.h"
-#include "port/settings_store.h"
+#include "host/settings_store.h"
 
 namespace corvid::session {
 
 double ReadNumberSetting(const std::string& key, double fallback) {
-    return port::GetSettingNumber(kApplication, kSessionSection, key,
+    return host::GetSettingNumber(kApplication, kSessionSection, key,
                                   automation::Currency::FromDouble(fallback))
         .ToDouble();
 }
@@ -30,7 +30,7 @@ std::optional<std::int32_t> ReadInt32Setting(const std::string& key, double fall
 }
 
 bool ReadBoolSetting(const std::string& key, bool fallback) {
-    return port::GetSettingBool(kApplication, kSessionSection, key, fallback);
+    return host::GetSettingBool(kApplication, kSessionSection, key, fallback);
 }
 
 }  // namespace corvid::session

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "automation/dates.h"
-#include "automation/fake_clock.h"
+#include "support/fake_clock.h"
 
 namespace corvid::automation {
 namespace {

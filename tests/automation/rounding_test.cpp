@@ -4,12 +4,12 @@
 
 #include "automation/conversions.h"
 #include "automation/vb_error.h"
-#include "vb_error_testing.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::automation {
 namespace {
 
-using corvid::testing::ErrorNumberOf;
+using corvid::test_support::ErrorNumberOf;
 
 TEST(RoundHalfEvenTest, TiesGoToTheEvenNeighbour) {
     EXPECT_EQ(RoundHalfEven(0.5), 0);

@@ -3,12 +3,12 @@
 #include "automation/conversions.h"
 #include "automation/locale_format.h"
 #include "automation/vb_error.h"
-#include "vb_error_testing.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::automation {
 namespace {
 
-using corvid::testing::ErrorNumberOf;
+using corvid::test_support::ErrorNumberOf;
 
 TEST(ValTest, ReadsTheLeadingNumber) {
     EXPECT_EQ(Val(""), 0);

@@ -6,11 +6,11 @@
 
 #include <memory>
 
-#include "port/memory_settings_source.h"
-#include "port/port_devices.h"
+#include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
 #include "session/session_settings.h"
 #include "sim/simulator.h"
+#include "support/memory_settings_source.h"
 
 namespace corvid::e2e {
 
@@ -24,12 +24,12 @@ class SessionOnSimulator : public ::testing::Test {
     void SetUp() override {
         simulator_ = std::make_unique<sim::Simulator>(config_);
         simulator_->Start();
-        port::SetPortDevice(kPort, simulator_->SlavePath());
+        serial::SetPortDevice(kPort, simulator_->SlavePath());
     }
     void TearDown() override {
         session_.reset();
         simulator_->Stop();
-        port::SetPortDevice(kPort, "");
+        serial::SetPortDevice(kPort, "");
     }
 
     void Set(const std::string& key, const std::string& value) {
@@ -47,7 +47,7 @@ class SessionOnSimulator : public ::testing::Test {
     }
 
     sim::SimulatorConfig config_;
-    port::ScopedSettingsSource settings_;
+    host::ScopedSettingsSource settings_;
     std::unique_ptr<sim::Simulator> simulator_;
     std::unique_ptr<session::PrinterFiscal> session_;
 };

@@ -111,7 +111,7 @@ TEST_F(SessionOnSimulator, SeveralBlocksAreCollectedWithAnAckEach) {
 }
 
 TEST_F(SessionOnSimulator, AbrirOnADeviceThatIsMissingRaises40001) {
-    port::SetPortDevice(kPort + 1, "/nonexistent/corvid-tty");
+    serial::SetPortDevice(kPort + 1, "/nonexistent/corvid-tty");
     session::PrinterFiscal s;
     try {
         s.Abrir(kPort + 1);
@@ -122,7 +122,7 @@ TEST_F(SessionOnSimulator, AbrirOnADeviceThatIsMissingRaises40001) {
         EXPECT_NE(e.description().find("CommOpen (CreateFile)"), std::string::npos)
             << e.description();
     }
-    port::SetPortDevice(kPort + 1, "");
+    serial::SetPortDevice(kPort + 1, "");
 }
 
 TEST_F(SessionOnSimulator, AReplyIsSeenPromptlyAfterItArrives) {

@@ -8,8 +8,8 @@
 namespace corvid::preview::testing {
 namespace {
 
-using port::PromptAnswer;
-using port::PromptButtons;
+using host::PromptAnswer;
+using host::PromptButtons;
 
 const std::string kWarning =
     "ADVERTENCIA: El reporte podr\xED"

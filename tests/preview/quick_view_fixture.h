@@ -6,16 +6,16 @@
 #include <memory>
 
 #include "fake_printer.h"
-#include "port/memory_settings_source.h"
-#include "port/recording_user_prompts.h"
 #include "preview/quick_view.h"
+#include "support/memory_settings_source.h"
+#include "support/recording_user_prompts.h"
 
 namespace corvid::preview::testing {
 
 class QuickViewTest : public ::testing::Test {
   protected:
-    QuickViewTest() : previous_prompts_(port::ReplaceUserPrompts(prompts_)) {}
-    ~QuickViewTest() override { port::ReplaceUserPrompts(previous_prompts_); }
+    QuickViewTest() : previous_prompts_(host::ReplaceUserPrompts(prompts_)) {}
+    ~QuickViewTest() override { host::ReplaceUserPrompts(previous_prompts_); }
 
     void SetViewSetting(const std::string& key, const std::string& value) {
         settings_->SetUserValue("ORV", "FVIEW", key, value);
@@ -27,13 +27,13 @@ class QuickViewTest : public ::testing::Test {
         return view.textBox().text();
     }
 
-    port::ScopedSettingsSource settings_;
-    std::shared_ptr<port::RecordingUserPrompts> prompts_ =
-        std::make_shared<port::RecordingUserPrompts>();
+    host::ScopedSettingsSource settings_;
+    std::shared_ptr<host::RecordingUserPrompts> prompts_ =
+        std::make_shared<host::RecordingUserPrompts>();
     std::shared_ptr<FakePrinter> printer_ = std::make_shared<FakePrinter>();
 
   private:
-    std::shared_ptr<port::UserPrompts> previous_prompts_;
+    std::shared_ptr<host::UserPrompts> previous_prompts_;
 };
 
 }  // namespace corvid::preview::testing

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "port/port_dump.h"
+#include "serial/port_dump.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 TEST(HexDumpLines, FullLineHasHexColumnOf48ThenTheBytes) {
@@ -36,4 +36,4 @@ TEST(HexDumpLines, ExactMultipleOf16LeavesNoEmptyLineAndNothingGivesNone) {
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

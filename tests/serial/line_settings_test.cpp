@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "port/serial_settings.h"
+#include "serial/serial_settings.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 TEST(ParseLineSettings, ReadsThePrinterSettings) {
@@ -34,4 +34,4 @@ TEST(ParseLineSettings, RefusesWhatTheDeviceCannotTake) {
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

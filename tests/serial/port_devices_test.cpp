@@ -1,14 +1,14 @@
-#include "port/port_devices.h"
+#include "serial/port_devices.h"
 
 #include <gtest/gtest.h>
 
-#include "port/memory_settings_source.h"
+#include "support/memory_settings_source.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 TEST(PortDevicePath, OverrideThenSettingThenTtySOfThePortMinusOne) {
-    ScopedSettingsSource settings;
+    host::ScopedSettingsSource settings;
     EXPECT_EQ(PortDevicePath(1), "/dev/ttyS0");
     EXPECT_EQ(PortDevicePath(12), "/dev/ttyS11");
 
@@ -23,4 +23,4 @@ TEST(PortDevicePath, OverrideThenSettingThenTtySOfThePortMinusOne) {
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

@@ -7,13 +7,13 @@
 #include <functional>
 
 #include "automation/vb_error.h"
-#include "port/message_pump.h"
-#include "port/port_devices.h"
-#include "port/serial_ports.h"
+#include "host/message_pump.h"
+#include "serial/port_devices.h"
+#include "serial/serial_ports.h"
 #include "serial/serial_test_support.h"
-#include "vb_error_testing.h"
+#include "support/vb_error_testing.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 using ::testing::HasSubstr;
@@ -21,7 +21,7 @@ using ::testing::StartsWith;
 
 constexpr int kMissingPort = 98;
 
-class PortTableTest : public testing::SerialTest {
+class PortTableTest : public test_support::SerialTest {
   protected:
     PortTableTest() {
         SetPortDevice(kMissingPort, "/nonexistent/corvid-missing-tty");
@@ -39,7 +39,7 @@ class PortTableTest : public testing::SerialTest {
     std::filesystem::path dump_path_;
 };
 
-using corvid::testing::ErrorNumberOf;
+using corvid::test_support::ErrorNumberOf;
 
 TEST_F(PortTableTest, PortNumbersOutside1To99AreSubscriptErrors) {
     std::string data;
@@ -86,7 +86,7 @@ TEST_F(PortTableTest, CallsOnAPortThatIsNotOpenFailAsOnABadHandle) {
 
 TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {
     int yields = 0;
-    auto previous = SetHostYieldHook([&] { ++yields; });
+    auto previous = host::SetHostYieldHook([&] { ++yields; });
     std::string data;
     CommRead(42, data, 4096);
     EXPECT_EQ(yields, 1);
@@ -94,7 +94,7 @@ TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {
     EXPECT_EQ(yields, 2);
     CommFlush(42);
     EXPECT_EQ(yields, 2);
-    SetHostYieldHook(previous);
+    host::SetHostYieldHook(previous);
 }
 
 TEST_F(PortTableTest, OpeningAMissingDeviceReportsTheCreateFileStep) {
@@ -135,14 +135,14 @@ TEST_F(PortTableTest, DumpFileThatCannotBeOpenedIsReportedAndLeavesDumpingOff) {
     CommOpen(kMissingPort, "COM98", "baud=9600");
     EXPECT_FALSE(PortDump::Process().enabled());
     ASSERT_EQ(prompts_->prompts().size(), 1u);
-    const RecordedPrompt& prompt = prompts_->prompts()[0];
+    const host::RecordedPrompt& prompt = prompts_->prompts()[0];
     EXPECT_EQ(prompt.title, "modComm");
-    EXPECT_EQ(prompt.icon, PromptIcon::kCritical);
-    EXPECT_EQ(prompt.buttons, PromptButtons::kOk);
+    EXPECT_EQ(prompt.icon, host::PromptIcon::kCritical);
+    EXPECT_EQ(prompt.buttons, host::PromptButtons::kOk);
     EXPECT_THAT(prompt.text,
                 StartsWith("Imposible abrir el archivo " + name + ". Traza inhabilitada\r\nERR: "));
     EXPECT_GT(prompt.text.size(), prompt.text.find("ERR: ") + 5);
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

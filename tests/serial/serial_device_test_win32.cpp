@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "port/message_pump.h"
-#include "port/serial_ports.h"
+#include "host/message_pump.h"
+#include "serial/serial_ports.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 TEST(Win32SerialPorts, MissingComPortFailsAtCreateFileWithTheSystemMessage) {
@@ -27,10 +27,10 @@ TEST(Win32SerialPorts, CallsOnAClosedPortReportTheInvalidHandle) {
 TEST(Win32MessagePump, YieldDispatchesEveryQueuedMessage) {
     ASSERT_TRUE(PostThreadMessageA(GetCurrentThreadId(), WM_APP, 0, 0));
     ASSERT_TRUE(PostThreadMessageA(GetCurrentThreadId(), WM_APP + 1, 0, 0));
-    YieldToHost();
+    host::YieldToHost();
     MSG message;
     EXPECT_FALSE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

@@ -14,12 +14,12 @@
 #include <sstream>
 #include <thread>
 
-#include "port/message_pump.h"
-#include "port/port_devices.h"
-#include "port/serial_ports.h"
+#include "host/message_pump.h"
+#include "serial/port_devices.h"
+#include "serial/serial_ports.h"
 #include "serial/serial_test_support.h"
 
-namespace corvid::port {
+namespace corvid::serial {
 namespace {
 
 using std::chrono::milliseconds;
@@ -29,7 +29,7 @@ constexpr int kPort = 5;
 constexpr const char* kSettings = "baud=9600 parity=E data=8 stop=1";
 
 // The printer's end of the line: the pty master.
-class PtyTest : public testing::SerialTest {
+class PtyTest : public test_support::SerialTest {
   protected:
     PtyTest() {
         master_ = posix_openpt(O_RDWR | O_NOCTTY);
@@ -202,10 +202,10 @@ TEST_F(PtyTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
     ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
     PrinterSends("ACK");
     ASSERT_TRUE(CommWaitReadable(kPort, 1000));
-    auto previous = SetHostYieldHook([] { CommClose(kPort); });
+    auto previous = host::SetHostYieldHook([] { CommClose(kPort); });
     std::string data;
     EXPECT_EQ(CommRead(kPort, data, 4096), -1);
-    SetHostYieldHook(previous);
+    host::SetHostYieldHook(previous);
     EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
 }
 
@@ -242,4 +242,4 @@ TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {
 }
 
 }  // namespace
-}  // namespace corvid::port
+}  // namespace corvid::serial

@@ -7,25 +7,25 @@
 #include <memory>
 
 #include "automation/clock.h"
-#include "automation/fake_clock.h"
-#include "port/memory_settings_source.h"
-#include "port/port_dump.h"
-#include "port/recording_user_prompts.h"
-#include "port/user_prompts.h"
+#include "host/user_prompts.h"
+#include "serial/port_dump.h"
+#include "support/fake_clock.h"
+#include "support/memory_settings_source.h"
+#include "support/recording_user_prompts.h"
 
-namespace corvid::port::testing {
+namespace corvid::test_support {
 
 class SerialTest : public ::testing::Test {
   protected:
     SerialTest()
         : clock_(std::make_shared<automation::FakeClock>()),
           scoped_clock_(clock_),
-          prompts_(std::make_shared<RecordingUserPrompts>()),
-          previous_prompts_(ReplaceUserPrompts(prompts_)) {}
+          prompts_(std::make_shared<host::RecordingUserPrompts>()),
+          previous_prompts_(host::ReplaceUserPrompts(prompts_)) {}
 
     ~SerialTest() override {
-        PortDump::Process().Close();
-        ReplaceUserPrompts(previous_prompts_);
+        serial::PortDump::Process().Close();
+        host::ReplaceUserPrompts(previous_prompts_);
     }
 
     // Turns the dump on (or off) for the next failed open.
@@ -34,11 +34,11 @@ class SerialTest : public ::testing::Test {
         settings_->SetIniValue("ORV", "Config\\ModComm", "DumpFile", file);
     }
 
-    ScopedSettingsSource settings_;
+    host::ScopedSettingsSource settings_;
     std::shared_ptr<automation::FakeClock> clock_;
     automation::ScopedClock scoped_clock_;
-    std::shared_ptr<RecordingUserPrompts> prompts_;
-    std::shared_ptr<UserPrompts> previous_prompts_;
+    std::shared_ptr<host::RecordingUserPrompts> prompts_;
+    std::shared_ptr<host::UserPrompts> previous_prompts_;
 };
 
-}  // namespace corvid::port::testing
+}  // namespace corvid::test_support

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "automation/fake_clock.h"
 #include "session/control_values.h"
 #include "session/serial_line.h"
+#include "support/fake_clock.h"
 
 namespace corvid::session::testing {
 

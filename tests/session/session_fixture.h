@@ -5,11 +5,11 @@
 
 #include <memory>
 
-#include "automation/fake_clock.h"
-#include "port/memory_settings_source.h"
 #include "session/printer_fiscal.h"
 #include "session/scripted_line.h"
 #include "session/session_settings.h"
+#include "support/fake_clock.h"
+#include "support/memory_settings_source.h"
 
 namespace corvid::session::testing {
 
@@ -38,7 +38,7 @@ class SessionTest : public ::testing::Test {
         return *session_;
     }
 
-    port::ScopedSettingsSource settings_;
+    host::ScopedSettingsSource settings_;
     std::shared_ptr<automation::FakeClock> fakeClock_;
     automation::ScopedClock clock_;
     std::shared_ptr<ScriptedLine> line_;

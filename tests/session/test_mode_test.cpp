@@ -1,4 +1,4 @@
-#include "port/trace_log.h"
+#include "host/trace_log.h"
 #include "preview/quick_view.h"
 #include "preview/quick_view_window.h"
 #include "session/process_state.h"
@@ -75,7 +75,7 @@ TEST_F(TestModeSession, ImmediateTraceIsShownWhenAPortCloses) {
     PrinterFiscal& s = OpenSession();
     s.Execute("w");
     s.Cerrar();
-    port::TraceLog::Process().SetIsDebug(false);
+    host::TraceLog::Process().SetIsDebug(false);
     ASSERT_EQ(window_->shown.size(), 1u);
     EXPECT_NE(window_->shown[0].find("Execute: -> w \r\n"), std::string::npos);
     EXPECT_NE(window_->shown[0].find(" <- ACK \r\n"), std::string::npos);

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "port/trace_log.h"
+#include "host/trace_log.h"
 #include "session/session_fixture.h"
 
 namespace corvid::session::testing {
@@ -11,13 +11,13 @@ class TracedSessionTest : public SessionTest {
   protected:
     void SetUp() override {
         Set("IsDebug", "True");
-        auto& trace = port::TraceLog::Process();
+        auto& trace = host::TraceLog::Process();
         trace.SetFileEnabled(false);
         sink_ = trace.AddSink(
             [this](const std::string& line) { messages_.push_back(line.substr(kStampWidth)); });
     }
     void TearDown() override {
-        auto& trace = port::TraceLog::Process();
+        auto& trace = host::TraceLog::Process();
         trace.RemoveSink(sink_);
         trace.SetFileEnabled(true);
         trace.SetIsDebug(false);

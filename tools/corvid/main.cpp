@@ -9,7 +9,7 @@
 #include "corvid/control_tags.h"
 #include "corvid/printer_target.h"
 #include "corvid/text_codec.h"
-#include "port/trace_log.h"
+#include "host/trace_log.h"
 #include "session/printer_fiscal.h"
 
 namespace {
@@ -60,7 +60,7 @@ bool ParseOptions(int argc, char** argv, Options& options) {
 
 // Shows every trace line on the terminal while the tool runs.
 int ShowTrace() {
-    auto& trace = corvid::port::TraceLog::Process();
+    auto& trace = corvid::host::TraceLog::Process();
     trace.SetIsDebug(true);
     trace.SetFileEnabled(false);
     return trace.AddSink(

@@ -3,7 +3,7 @@
 #include <cctype>
 #include <stdexcept>
 
-#include "port/port_devices.h"
+#include "serial/port_devices.h"
 
 namespace corvid::tool {
 
@@ -31,7 +31,7 @@ PrinterTarget::PrinterTarget(const std::string& where) {
     if (where.empty()) {
         simulator_ = StartSimulatedPrinter();
         port_ = kMappedPort;
-        port::SetPortDevice(port_, simulator_->DevicePath());
+        serial::SetPortDevice(port_, simulator_->DevicePath());
         description_ = "the built-in simulated printer on " + simulator_->DevicePath();
     } else if (AllDigits(number)) {
         port_ = static_cast<std::int16_t>(std::stoi(number));
@@ -39,13 +39,13 @@ PrinterTarget::PrinterTarget(const std::string& where) {
         description_ = "COM" + std::to_string(port_);
     } else {
         port_ = kMappedPort;
-        port::SetPortDevice(port_, where);
+        serial::SetPortDevice(port_, where);
         description_ = where;
     }
 }
 
 PrinterTarget::~PrinterTarget() {
-    if (simulator_) port::SetPortDevice(port_, "");
+    if (simulator_) serial::SetPortDevice(port_, "");
 }
 
 }  // namespace corvid::tool

@@ -1,0 +1,12 @@
+#include <iostream>
+
+#include "host/platform_user_prompts.h"
+#include "host/stream_user_prompts.h"
+
+namespace corvid::host {
+
+std::shared_ptr<UserPrompts> MakePlatformUserPrompts() {
+    return std::make_shared<StreamUserPrompts>(std::cerr);
+}
+
+}  // namespace corvid::host

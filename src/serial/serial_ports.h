@@ -1,0 +1,43 @@
+// modCOMM: the process-wide table of serial ports 1 to 99. Every operation returns 0 (or a
+// byte count) on success and leaves the last failure in a process-wide error record that
+// CommGetError turns into text. A port number outside 1 to 99 raises run-time error 9.
+// Reads and writes yield once to the host's message loop and are copied to the port dump.
+// Host thread only: the host may re-enter during a yield, so there is no lock.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace corvid::serial {
+
+struct CommErrorRecord {
+    std::int32_t number = 0;
+    std::string source;
+    std::string description;
+};
+
+// Opens port `port` as `name` ("COM" & port) with a settings text such as
+// "baud=9600 parity=E data=8 stop=1"; 0 or the error number (-1 when already open).
+std::int32_t CommOpen(int port, const std::string& name, const std::string& settings);
+std::int32_t CommClose(int port);
+// Reads the bytes already queued (at most 4096, whatever `size` says); the count, 0 when
+// nothing is waiting, or -1.
+std::int32_t CommRead(int port, std::string& data, std::int32_t size);
+// Writes the bytes; the count written, or -1.
+std::int32_t CommWrite(int port, const std::string& data);
+// state = whether any modem status bit of `mask` is on (0x80 carrier detect).
+std::int32_t CommReadCD(int port, std::int16_t mask, bool& state);
+// line 1 break, 2 DTR, 3 RTS; any nonzero state sets the line.
+std::int32_t CommSetLine(int port, std::int16_t line, std::int16_t state);
+std::int32_t CommSet(int port, const std::string& settings);
+std::int32_t CommFlush(int port);
+// text = "Error (" & number & "): " & source & " - " & description; returns the number.
+std::int32_t CommGetError(std::string& text);
+// Blocks until the port has bytes to read or `milliseconds` pass; false on time-out and
+// for a port that is not open. Never spins.
+bool CommWaitReadable(int port, int milliseconds);
+
+// The last failure of any port operation.
+const CommErrorRecord& LastCommError();
+
+}  // namespace corvid::serial

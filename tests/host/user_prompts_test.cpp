@@ -1,0 +1,26 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "host/stream_user_prompts.h"
+
+namespace corvid::host {
+namespace {
+
+TEST(StreamUserPrompts, WritesTitleAndTextAndAnswersWithoutWaiting) {
+    std::ostringstream out;
+    StreamUserPrompts prompts(out);
+    EXPECT_EQ(
+        prompts.MessageBox("Imposible abrir", PromptButtons::kOk, PromptIcon::kCritical, "modComm"),
+        PromptAnswer::kOk);
+    EXPECT_EQ(prompts.MessageBox("Desea emitirlo", PromptButtons::kYesNo, PromptIcon::kNone, ""),
+              PromptAnswer::kYes);
+    EXPECT_EQ(prompts.InputBox("Texto:", "Buscar", "previo"), "previo");
+    const std::string text = out.str();
+    EXPECT_NE(text.find("modComm\nImposible abrir\n"), std::string::npos);
+    EXPECT_NE(text.find("Desea emitirlo"), std::string::npos);
+    EXPECT_NE(text.find("Buscar\nTexto:"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace corvid::host
