@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/vb_error.h"
 #include "session/control_values.h"
 #include "session/serial_line.h"
 
@@ -44,7 +45,13 @@ class PrinterFiscal {
     std::string SerialPrinter;
     std::int16_t f21 = 0;
 
-    std::int16_t lError() const { return static_cast<std::int16_t>(pfError); }
+    // A host may write any 32-bit value into pfError; one beyond 16 bits raises overflow.
+    std::int16_t lError() const {
+        if (pfError < INT16_MIN || pfError > INT16_MAX) {
+            throw automation::VbError::Standard(automation::vb_errors::kOverflow);
+        }
+        return static_cast<std::int16_t>(pfError);
+    }
     std::int16_t lStatus() const { return 0; }
     // The printer model: the "TipoPrinter" setting when 0 or more, else the serial prefix.
     std::int32_t tipoPrinter() const;

@@ -1,4 +1,5 @@
 #include "session/session_fixture.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::session::testing {
 namespace {
@@ -60,10 +61,12 @@ TEST_F(SessionTest, PrinterModelFromSettingOrSerialPrefix) {
     EXPECT_EQ(s.tipoPrinter(), 7);
 }
 
-TEST_F(SessionTest, ErrorFlagNarrowsAndStatusIsAlwaysZero) {
+TEST_F(SessionTest, ErrorFlagBeyond16BitsOverflowsAndStatusIsAlwaysZero) {
     PrinterFiscal& s = Session();
+    s.pfError = -32768;
+    EXPECT_EQ(s.lError(), -32768);
     s.pfError = 0x10002;
-    EXPECT_EQ(s.lError(), 2);
+    EXPECT_EQ(test_support::ErrorNumberOf([&] { s.lError(); }), 6);
     EXPECT_EQ(s.lStatus(), 0);
 }
 
