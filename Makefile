@@ -45,8 +45,9 @@ test: test-native test-asan test-windows test-automation
 demo: native
 	@$(NATIVE)/tools/corvid/corvid demo
 
-bench: native
+bench: native windows
 	@$(NATIVE)/bench/corvid-bench
+	@scripts/bench-wine.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
 
 format:
 	@clang-format -i $$(git ls-files '*.cpp' '*.h')

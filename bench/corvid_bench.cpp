@@ -1,14 +1,21 @@
-// Measures, against the simulated printer on a pseudo-terminal:
-//  (a) exchanges per second when the printer answers at once, as the library's cost per
-//      exchange next to the time the same bytes take on a 9600-baud line with even parity;
-//  (b) the processor time the host spends while the printer holds its reply back;
-//  (c) the delay from the printer's reply to Execute returning.
-// The simulator runs on a thread of its own, so (b) reads the host thread's own usage.
+// Measures what Execute("w") costs the host, against the simulated printer on a
+// pseudo-terminal:
+//  (a) exchanges per second when the printer answers at once, next to the time the same
+//      bytes take on a 9600-baud line with even parity;
+//  (b) the processor time of the host's thread while the printer holds each reply: the
+//      simulator's thread reads the host thread's clock as the host's byte and the held
+//      reply cross the line; and over the whole run, exchanges included;
+//  (c) how soon the host reacts to a reply: from the printer writing a status reply to the
+//      host's command block, and from the printer's final ACK to Execute returning.
+#include <pthread.h>
 #include <sys/resource.h>
+#include <time.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <mutex>
+#include <utility>
 #include <vector>
 
 #include "serial/port_devices.h"
@@ -20,12 +27,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using corvid::sim::TranscriptEntry;
+using Direction = TranscriptEntry::Direction;
 
 constexpr std::int16_t kPort = 9;
 // Bytes on the wire of one exchange of "w": ENQ, status reply (5), block (4), ACK.
 constexpr int kExchangeBytes = 1 + 5 + 4 + 1;
 // 9600 baud, 8 data bits, even parity, 1 stop bit and the start bit: 11 bits a byte.
 constexpr double kSecondsPerByte = 11.0 / 9600.0;
+
+double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
 
 double ThreadCpuSeconds() {
     rusage usage{};
@@ -34,7 +44,50 @@ double ThreadCpuSeconds() {
            (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
+// The host thread's processor time at every unit that crosses the line, taken on the
+// simulator's thread.
+class HostCpuAtEachUnit {
+  public:
+    struct Mark {
+        Direction direction;
+        Clock::time_point at;
+        double cpu;
+    };
+
+    explicit HostCpuAtEachUnit(pthread_t host) { pthread_getcpuclockid(host, &clock_); }
+
+    void Add(const TranscriptEntry& entry) {
+        timespec now{};
+        clock_gettime(clock_, &now);
+        std::lock_guard lock(mutex_);
+        marks_.push_back({entry.direction, entry.at, now.tv_sec + now.tv_nsec / 1e9});
+    }
+    std::vector<Mark> Take() {
+        std::lock_guard lock(mutex_);
+        return std::exchange(marks_, {});
+    }
+
+  private:
+    clockid_t clock_{};
+    std::mutex mutex_;
+    std::vector<Mark> marks_;
+};
+
+// Nearest-rank percentile of sorted values.
+double Percentile(const std::vector<double>& sorted, double fraction) {
+    const auto rank = static_cast<std::size_t>(fraction * static_cast<double>(sorted.size()) + 0.5);
+    return sorted[std::clamp<std::size_t>(rank, 1, sorted.size()) - 1];
+}
+
+void PrintPercentiles(const char* what, std::vector<double> gaps) {
+    if (gaps.empty()) {
+        std::printf("    %s: no samples\n", what);
+        return;
+    }
+    std::sort(gaps.begin(), gaps.end());
+    std::printf("    %s: p50 %.3f ms, p99 %.3f ms (%zu replies)\n", what,
+                Percentile(gaps, 0.50) * 1e3, Percentile(gaps, 0.99) * 1e3, gaps.size());
+}
 
 void MeasureThroughput(corvid::session::PrinterFiscal& printer) {
     constexpr int kExchanges = 500;
@@ -42,58 +95,86 @@ void MeasureThroughput(corvid::session::PrinterFiscal& printer) {
     for (int i = 0; i < kExchanges; ++i) printer.Execute("w");
     const double perExchange = Seconds(Clock::now() - start) / kExchanges;
     std::printf(
-        "(a) %d exchanges: %.0f exchanges/s, %.3f ms each over the pseudo-terminal;\n"
+        "(a) %d exchanges: %.0f exchanges/s, %.3f ms each (ENQ, status, block, ACK);\n"
         "    the same %d bytes take %.2f ms on a 9600-baud 8E1 line (%.1f%% of it)\n",
         kExchanges, 1 / perExchange, perExchange * 1e3, kExchangeBytes,
         kExchangeBytes * kSecondsPerByte * 1e3,
         100 * perExchange / (kExchangeBytes * kSecondsPerByte));
 }
 
-void MeasureHeldReply(corvid::sim::Simulator& simulator, corvid::session::PrinterFiscal& printer) {
-    constexpr int kExchanges = 10;
-    simulator.SetReplyDelay(std::chrono::milliseconds(200));
-    std::vector<double> delays;
-    double cpu = 0, wall = 0;
+void MeasureHeldReplies(corvid::sim::Simulator& simulator, corvid::session::PrinterFiscal& printer,
+                        HostCpuAtEachUnit& marks) {
+    constexpr int kExchanges = 25;
+    constexpr int kHeldMs = 200;
+    simulator.SetReplyDelay(std::chrono::milliseconds(kHeldMs));
+    marks.Take();
+    const double cpu0 = ThreadCpuSeconds();
+    const auto start = Clock::now();
+    for (int i = 0; i < kExchanges; ++i) printer.Execute("w");
+    const double wall = Seconds(Clock::now() - start);
+    const double cpu = ThreadCpuSeconds() - cpu0;
+    simulator.SetReplyDelay(std::chrono::milliseconds(0));
+
+    double held = 0, heldCpu = 0;
+    const auto all = marks.Take();
+    for (std::size_t i = 1; i < all.size(); ++i) {
+        if (all[i - 1].direction == Direction::HostToPrinter &&
+            all[i].direction == Direction::PrinterToHost) {
+            held += Seconds(all[i].at - all[i - 1].at);
+            heldCpu += all[i].cpu - all[i - 1].cpu;
+        }
+    }
+    std::printf("(b) replies held %d ms (%d exchanges, %.2f s held of %.2f s):\n", kHeldMs,
+                kExchanges, held, wall);
+    std::printf("    while held: host thread %.1f ms = %.3f%%\n", heldCpu * 1e3,
+                100 * heldCpu / held);
+    std::printf("    whole run:  host thread %.1f ms = %.3f%%\n", cpu * 1e3, 100 * cpu / wall);
+}
+
+void MeasureReaction(corvid::sim::Simulator& simulator, corvid::session::PrinterFiscal& printer) {
+    constexpr int kExchanges = 500;
+    constexpr int kHeldMs = 10;
+    simulator.SetReplyDelay(std::chrono::milliseconds(kHeldMs));
+    std::vector<double> toBlock, toReturn;
     for (int i = 0; i < kExchanges; ++i) {
         simulator.transcript().Clear();
-        const double cpu0 = ThreadCpuSeconds();
-        const auto start = Clock::now();
         printer.Execute("w");
         const auto returned = Clock::now();
-        cpu += ThreadCpuSeconds() - cpu0;
-        wall += Seconds(returned - start);
         const auto entries = simulator.transcript().Entries();
-        for (auto it = entries.rbegin(); it != entries.rend(); ++it) {
-            if (it->direction == TranscriptEntry::Direction::PrinterToHost) {
-                delays.push_back(Seconds(returned - it->at));
-                break;
+        for (std::size_t k = 1; k < entries.size(); ++k) {
+            if (entries[k - 1].what == TranscriptEntry::What::StatusReply &&
+                entries[k].direction == Direction::HostToPrinter) {
+                toBlock.push_back(Seconds(entries[k].at - entries[k - 1].at));
             }
+        }
+        if (!entries.empty() && entries.back().direction == Direction::PrinterToHost) {
+            toReturn.push_back(Seconds(returned - entries.back().at));
         }
     }
     simulator.SetReplyDelay(std::chrono::milliseconds(0));
-    std::sort(delays.begin(), delays.end());
-    std::printf(
-        "(b) replies held 200 ms (%d exchanges, %.2f s): host CPU %.1f ms = %.3f%% of "
-        "wall time\n",
-        kExchanges, wall, cpu * 1e3, 100 * cpu / wall);
-    if (!delays.empty()) {
-        std::printf("(c) reply written -> Execute returned: median %.3f ms, worst %.3f ms\n",
-                    delays[delays.size() / 2] * 1e3, delays.back() * 1e3);
-    }
+    std::printf("(c) replies held %d ms (%d exchanges), reply written -> host reacts:\n", kHeldMs,
+                kExchanges);
+    PrintPercentiles("status reply -> command block", std::move(toBlock));
+    PrintPercentiles("ACK -> Execute returned", std::move(toReturn));
 }
 
 }  // namespace
 
 int main() {
     corvid::host::ScopedSettingsSource settings;  // no ORV.ini or user settings involved
+    HostCpuAtEachUnit marks(pthread_self());
     corvid::sim::Simulator simulator;
+    simulator.transcript().SetObserver(
+        [&marks](const TranscriptEntry& entry) { marks.Add(entry); });
     simulator.Start();
     corvid::serial::SetPortDevice(kPort, simulator.SlavePath());
+    std::printf("Linux build: a session on the simulated printer over a pseudo-terminal\n");
     {
         corvid::session::PrinterFiscal printer;
         printer.Abrir(kPort);
         MeasureThroughput(printer);
-        MeasureHeldReply(simulator, printer);
+        MeasureHeldReplies(simulator, printer, marks);
+        MeasureReaction(simulator, printer);
         printer.Cerrar();
     }
     simulator.Stop();

@@ -12,7 +12,7 @@ function(corvid_module name)
         target_link_libraries(corvid_${name} PUBLIC corvid_${dep})
     endforeach()
     if(WIN32)
-        target_link_libraries(corvid_${name} PUBLIC ole32 oleaut32 uuid shell32 user32 winmm)
+        target_link_libraries(corvid_${name} PUBLIC ole32 oleaut32 uuid shell32 user32)
     endif()
 endfunction()
 

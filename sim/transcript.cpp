@@ -9,7 +9,7 @@ namespace corvid::sim {
 std::string FormatEntry(const TranscriptEntry& entry, std::chrono::steady_clock::time_point start) {
     double seconds = std::chrono::duration<double>(entry.at - start).count();
     char stamp[32];
-    std::snprintf(stamp, sizeof stamp, "%+9.3f ", seconds);
+    std::snprintf(stamp, sizeof stamp, "%+12.6f ", seconds);
     std::string line = stamp;
     line += entry.direction == TranscriptEntry::Direction::HostToPrinter ? "host    " : "printer ";
     line += Readable(entry.bytes);

@@ -25,7 +25,8 @@ struct TranscriptEntry {
     std::chrono::steady_clock::time_point at;
 };
 
-// "+0.012 host    [ENQ]": seconds since `start`, the sender and the readable bytes.
+// "   +0.012345 host    [ENQ]": seconds since `start` (to the microsecond, so that a
+// host's reaction to a reply can be timed from it), the sender and the readable bytes.
 std::string FormatEntry(const TranscriptEntry& entry, std::chrono::steady_clock::time_point start);
 
 class Transcript {

@@ -63,7 +63,8 @@ class SerialDevice {
     virtual MaybeFailure Write(std::string_view data, std::size_t& written) = 0;
     virtual MaybeFailure ModemStatus(std::uint32_t& status) = 0;
     virtual MaybeFailure Escape(LineFunction function) = 0;
-    // Blocks until bytes are queued or the time passes, without spinning.
+    // Blocks until bytes are queued or the time passes, without spinning. Bytes the wait
+    // takes off the line still count as queued and come first in the next read.
     virtual bool WaitReadable(std::chrono::milliseconds timeout) = 0;
 };
 

@@ -1,27 +1,37 @@
 // The serial device on Windows: exactly the communication functions the product has always
 // used, on "\\.\COMn" (the form that also opens ports above 9).
 #include <windows.h>
-// After windows.h, whose types it uses.
-#include <mmsystem.h>
 
+#include <algorithm>
 #include <chrono>
+#include <thread>
 
 #include "serial/serial_device.h"
 
 namespace corvid::serial {
 namespace {
 
-// One-millisecond timer resolution while it lives.
-class FineTimer {
-  public:
-    FineTimer() { timeBeginPeriod(1); }
-    ~FineTimer() { timeEndPeriod(1); }
-    FineTimer(const FineTimer&) = delete;
-    FineTimer& operator=(const FineTimer&) = delete;
-};
+using Clock = std::chrono::steady_clock;
 
 constexpr DWORD kQueueSize = 1024;
 constexpr DWORD kPurgeAll = PURGE_TXABORT | PURGE_RXABORT | PURGE_TXCLEAR | PURGE_RXCLEAR;
+
+// What the port holds outside a wait, as hosts and tools that look at it expect.
+constexpr COMMTIMEOUTS kPortTimeouts{0xFFFFFFFF, 0, 1000, 1000, 0};
+
+// The time-outs of a wait: a read returns as soon as one byte arrives, or after
+// `milliseconds` with none.
+COMMTIMEOUTS WaitTimeouts(DWORD milliseconds) {
+    return {MAXDWORD, MAXDWORD, milliseconds, kPortTimeouts.WriteTotalTimeoutMultiplier,
+            kPortTimeouts.WriteTotalTimeoutConstant};
+}
+
+// Nothing can arrive on a handle the system refuses: the rest of the time passes all the
+// same, so a caller that waits in a loop does not spin.
+void SitOut(Clock::time_point deadline) {
+    const auto now = Clock::now();
+    if (now < deadline) std::this_thread::sleep_for(deadline - now);
+}
 
 std::string SystemMessage(DWORD number) {
     char* buffer = nullptr;
@@ -40,14 +50,6 @@ std::string SystemMessage(DWORD number) {
 
 SystemFailure Failure(std::string call, DWORD number = GetLastError()) {
     return {static_cast<std::int32_t>(number), std::move(call), SystemMessage(number)};
-}
-
-// The one overlapped record all reads and writes share (the handle itself is not opened
-// for overlapped use, so calls complete before they return).
-OVERLAPPED& SharedOverlapped() {
-    static OVERLAPPED overlapped;
-    overlapped = OVERLAPPED{};
-    return overlapped;
 }
 
 // Finishes a ReadFile or WriteFile that reported failure: pending ones are waited for.
@@ -71,12 +73,7 @@ class Win32SerialDevice : public SerialDevice {
     MaybeFailure Prepare(const std::string& settings) override {
         if (!SetupComm(handle_, kQueueSize, kQueueSize)) return Failure("SetupComm");
         if (auto failed = Purge()) return failed;
-        COMMTIMEOUTS timeouts{};
-        timeouts.ReadIntervalTimeout = 0xFFFFFFFF;
-        timeouts.ReadTotalTimeoutMultiplier = 0;
-        timeouts.ReadTotalTimeoutConstant = 1000;
-        timeouts.WriteTotalTimeoutMultiplier = 1000;
-        timeouts.WriteTotalTimeoutConstant = 0;
+        COMMTIMEOUTS timeouts = kPortTimeouts;
         if (!SetCommTimeouts(handle_, &timeouts)) return Failure("SetCommTimeouts");
         return ApplySettings(settings);
     }
@@ -91,12 +88,14 @@ class Win32SerialDevice : public SerialDevice {
 
     MaybeFailure Purge() override {
         if (!PurgeComm(handle_, kPurgeAll)) return Failure("PurgeComm");
+        taken_.clear();
         return std::nullopt;
     }
 
     MaybeFailure Close() override {
         HANDLE handle = handle_;
         handle_ = INVALID_HANDLE_VALUE;
+        taken_.clear();
         if (!CloseHandle(handle)) return Failure("CloseHandle");
         return std::nullopt;
     }
@@ -105,30 +104,36 @@ class Win32SerialDevice : public SerialDevice {
         DWORD errors = 0;
         COMSTAT status{};
         if (!ClearCommError(handle_, &errors, &status)) return Failure("ClearCommError");
-        waiting = status.cbInQue;
+        waiting = status.cbInQue + static_cast<std::uint32_t>(taken_.size());
         error_flags = errors;
         return std::nullopt;
     }
 
     MaybeFailure Read(std::size_t count, std::string& data) override {
-        data.resize(count);
+        // What a wait took off the line comes first, as it arrived.
+        const std::size_t early = std::min(count, taken_.size());
+        data.assign(taken_, 0, early);
+        taken_.erase(0, early);
+        if (early == count) return std::nullopt;
+        std::string rest(count - early, '\0');
         DWORD got = 0;
-        OVERLAPPED& overlapped = SharedOverlapped();
-        if (!ReadFile(handle_, data.data(), static_cast<DWORD>(count), &got, &overlapped)) {
-            if (auto failed = Complete(handle_, overlapped, "ReadFile", got)) {
+        overlapped_ = OVERLAPPED{};
+        if (!ReadFile(handle_, rest.data(), static_cast<DWORD>(rest.size()), &got, &overlapped_)) {
+            if (auto failed = Complete(handle_, overlapped_, "ReadFile", got)) {
                 data.clear();
                 return failed;
             }
         }
-        data.resize(got);
+        data.append(rest, 0, got);
         return std::nullopt;
     }
 
     MaybeFailure Write(std::string_view data, std::size_t& written) override {
         DWORD sent = 0;
-        OVERLAPPED& overlapped = SharedOverlapped();
-        if (!WriteFile(handle_, data.data(), static_cast<DWORD>(data.size()), &sent, &overlapped)) {
-            if (auto failed = Complete(handle_, overlapped, "WriteFile", sent)) return failed;
+        overlapped_ = OVERLAPPED{};
+        if (!WriteFile(handle_, data.data(), static_cast<DWORD>(data.size()), &sent,
+                       &overlapped_)) {
+            if (auto failed = Complete(handle_, overlapped_, "WriteFile", sent)) return failed;
         }
         written = sent;
         return std::nullopt;
@@ -148,33 +153,54 @@ class Win32SerialDevice : public SerialDevice {
         return std::nullopt;
     }
 
-    // A handle opened without overlapped use cannot wait on a comm event with a time-out,
-    // so this looks at the input queue in 1 ms sleeps: no spinning, and a reply is seen
-    // within about a millisecond. The timer resolution is raised for the wait only;
-    // Windows' default tick of 15.6 ms would make every sleep that long.
+    // A handle opened without overlapped use has no comm event with a time-out, so the
+    // wait is a read of one byte under time-outs that end it at the first byte: the thread
+    // sleeps in the system and wakes with the reply. The byte is kept for the next read.
     bool WaitReadable(std::chrono::milliseconds timeout) override {
-        const FineTimer fineTimer;
-        const auto deadline = std::chrono::steady_clock::now() + timeout;
-        for (;;) {
-            DWORD errors = 0;
-            COMSTAT status{};
-            if (!ClearCommError(handle_, &errors, &status)) {
-                // Nothing can arrive on a broken handle; sit out the time instead of
-                // letting the caller ask again at once.
-                const auto rest = std::chrono::duration_cast<std::chrono::milliseconds>(
-                    deadline - std::chrono::steady_clock::now());
-                if (rest.count() > 0) Sleep(static_cast<DWORD>(rest.count()));
-                return false;
-            }
-            if (status.cbInQue > 0) return true;
-            if (std::chrono::steady_clock::now() >= deadline) return false;
-            Sleep(1);
+        if (!taken_.empty()) return true;
+        const auto deadline = Clock::now() + timeout;
+        DWORD errors = 0;
+        COMSTAT status{};
+        if (!ClearCommError(handle_, &errors, &status)) {
+            SitOut(deadline);
+            return false;
         }
+        if (status.cbInQue > 0) return true;
+        if (timeout.count() <= 0) return false;
+        // A constant of 0 or MAXDWORD changes what the time-outs mean.
+        const auto milliseconds = static_cast<DWORD>(
+            std::min<std::chrono::milliseconds::rep>(timeout.count(), 0xFFFFFFFE));
+        COMMTIMEOUTS timeouts = WaitTimeouts(milliseconds);
+        if (!SetCommTimeouts(handle_, &timeouts)) {
+            SitOut(deadline);
+            return false;
+        }
+        char byte = 0;
+        DWORD got = 0;
+        overlapped_ = OVERLAPPED{};
+        if (!ReadFile(handle_, &byte, 1, &got, &overlapped_) &&
+            Complete(handle_, overlapped_, "ReadFile", got)) {
+            got = 0;
+        }
+        timeouts = kPortTimeouts;
+        SetCommTimeouts(handle_, &timeouts);
+        if (got == 1) {
+            taken_.push_back(byte);
+            return true;
+        }
+        // A read that ends early without a byte would have the caller ask again at once.
+        SitOut(deadline);
+        return false;
     }
 
   private:
     HANDLE handle_;
     DCB dcb_{};
+    // This port's own record: the handle is not opened for overlapped use, so calls
+    // complete before they return, but the record keeps ports apart all the same.
+    OVERLAPPED overlapped_{};
+    // Bytes a wait took off the line and no read has returned yet.
+    std::string taken_;
 };
 
 }  // namespace
