@@ -26,10 +26,10 @@ const char* ModelName(std::int32_t model) {
 }
 
 void ShowOutcome(const session::PrinterFiscal& printer, std::ostream& out) {
-    out << "  pfError = " << printer.pfError << " (" << Cp1252ToUtf8(printer.DescripcionError)
-        << "), resultFlag = "
-        << Cp1252ToUtf8(
-               session::EscapeString(std::string(1, static_cast<char>(printer.resultFlag))))
+    out << "  pfError = " << printer.outcome().pfError << " ("
+        << Cp1252ToUtf8(printer.outcome().DescripcionError) << "), resultFlag = "
+        << Cp1252ToUtf8(session::EscapeString(
+               std::string(1, static_cast<char>(printer.outcome().resultFlag))))
         << "\n";
 }
 
@@ -39,11 +39,11 @@ int ShowStatus(session::PrinterFiscal& printer, std::ostream& out) {
     printer.GetStatus();
     out << "Status:  " << Cp1252ToUtf8(printer.explainSTS1()) << ", "
         << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
-    if (printer.pfError != session::pfOk) {
+    if (printer.outcome().pfError != session::pfOk) {
         ShowOutcome(printer, out);
         return 1;
     }
-    out << "Serial:  " << Cp1252ToUtf8(printer.SerialPrinter) << " (model "
+    out << "Serial:  " << Cp1252ToUtf8(printer.SerialPrinter()) << " (model "
         << ModelName(printer.tipoPrinter()) << ")\n";
     const session::Fields fields = printer.GetResponse("S1");
     out << "S1 fields:\n";
@@ -57,7 +57,7 @@ int SendCommand(session::PrinterFiscal& printer, const std::string& command, std
     out << "Send " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";
     const std::int16_t outcome = printer.Execute(command);
     ShowOutcome(printer, out);
-    return outcome == 0 && printer.resultFlag != session::NAK ? 0 : 1;
+    return outcome == 0 && printer.outcome().resultFlag != session::NAK ? 0 : 1;
 }
 
 int QueryCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
@@ -69,7 +69,7 @@ int QueryCommand(session::PrinterFiscal& printer, const std::string& command, st
         out << "\n";
     }
     ShowOutcome(printer, out);
-    return printer.pfError == session::pfOk ? 0 : 1;
+    return printer.outcome().pfError == session::pfOk ? 0 : 1;
 }
 
 }  // namespace corvid::tool

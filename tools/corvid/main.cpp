@@ -11,6 +11,7 @@
 #include "corvid/text_codec.h"
 #include "host/trace_log.h"
 #include "session/printer_fiscal.h"
+#include "session/process_state.h"
 
 namespace {
 
@@ -60,7 +61,7 @@ bool ParseOptions(int argc, char** argv, Options& options) {
 
 // Shows every trace line on the terminal while the tool runs.
 int ShowTrace() {
-    auto& trace = corvid::host::TraceLog::Process();
+    auto& trace = corvid::session::Process().trace;
     trace.SetIsDebug(true);
     trace.SetFileEnabled(false);
     return trace.AddSink(
