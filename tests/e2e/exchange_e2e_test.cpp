@@ -51,40 +51,12 @@ TEST_F(SessionOnSimulator, AReplySplitAtEveryByteIsJoined) {
     EXPECT_EQ(s.outcome().STS1, 0x60);
 }
 
-TEST_F(SessionOnSimulator, AnEnqBeforeTheReplyIsAcknowledged) {
-    session::PrinterFiscal& s = Open();
-    simulator_->PrefixNextRepliesWithEnq(1, sim::kDataReply);
-    const session::Fields fields = s.GetResponse("S1");
-    EXPECT_GT(fields.size(), 9u);
-    EXPECT_TRUE(simulator_->transcript().WaitForCount(Direction::HostToPrinter, What::Ack, 1,
-                                                      std::chrono::seconds(1)));
-}
-
-TEST_F(SessionOnSimulator, AReplyEndedByEotReadsAsEtx) {
-    session::PrinterFiscal& s = Open();
-    simulator_->EndNextRepliesWithEot(1, sim::kDataReply);
-    EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.outcome().resultFlag, ETX);
-    EXPECT_EQ(s.outcome().result.back(), '\x04');
-}
-
 TEST_F(SessionOnSimulator, GarbageBeforeAReplyEndsUpInTheResult) {
     session::PrinterFiscal& s = Open();
     simulator_->SendGarbageBeforeNextReplies(1, sim::kDataReply);
     EXPECT_EQ(s.Execute("S1"), 0);
     EXPECT_EQ(s.outcome().resultFlag, ETX);
     EXPECT_NE(s.outcome().result.find('\x02'), 0u);
-}
-
-TEST_F(SessionOnSimulator, SkipChecksSendsOneBlockAndNoStatusRequest) {
-    Set("SkipChecks", "True");
-    session::PrinterFiscal& s = Open();
-    simulator_->NakNextBlocks(1);
-    EXPECT_EQ(s.Execute("w"), 0);
-    ASSERT_TRUE(simulator_->WaitForBlocks(1, std::chrono::seconds(2)));
-    EXPECT_EQ(FromHost(What::Block), 1u);
-    EXPECT_EQ(FromHost(What::Enq), 0u);
-    EXPECT_EQ(s.outcome().DescripcionError, "NO_STATUS_CHECK");
 }
 
 TEST_F(SessionOnSimulator, ASilentPrinterTimesOut) {
