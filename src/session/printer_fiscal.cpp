@@ -146,8 +146,8 @@ void PrinterFiscal::Demora(std::int16_t n) {
 }
 
 std::int16_t PrinterFiscal::LoadFlag21() {
-    // The S3 record that carries flag 21 comes with the status records; until then the
-    // session keeps the f21 it has (0 on a new session, or what the host set).
+    if (!s3_) s3_ = Response3();
+    f21_ = s3_->Flag(21);
     return f21_;
 }
 

@@ -11,7 +11,12 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/currency.h"
+#include "automation/variant.h"
 #include "documents/amount_formats.h"
+#include "documents/customer_data.h"
+#include "documents/item_lines.h"
+#include "records/printer_response3.h"
 #include "session/control_values.h"
 #include "session/exchange.h"
 #include "session/printer_link.h"
@@ -76,6 +81,74 @@ class PrinterFiscal {
                                         std::optional<std::string_view> rowSep = std::nullopt);
     static std::string responseItem(std::int16_t selector, const Fields& s);
 
+    // Item lines. A negative quantity sends nothing and returns pfClientError.
+    std::int16_t PasarItem(std::string_view descripcion, automation::Currency precio,
+                           double cantidad, double impuesto);
+    std::int16_t RefundItem(std::string_view descripcion, automation::Currency precio,
+                            double cantidad, double impuesto);
+    std::int16_t AnularItem(std::string_view descripcion, automation::Currency precio,
+                            double cantidad, double impuesto);
+    std::int16_t PasarLineaFactura(std::string_view descripcion, automation::Currency precio,
+                                   double cantidad, double impuesto);
+    std::int16_t detalleGeneral(std::string_view tipo, std::string_view descripcion,
+                                automation::Currency precio, double cantidad, double impuesto,
+                                std::string_view codigo = {});
+    // The rate index of a tax percentage: the configured rates, then the printer's.
+    std::int16_t IndiceTasa(double tasa);
+
+    // Customer data; each returns pfError after the last command sent.
+    std::int32_t PasarDatosCliente(std::string_view nombre, std::string_view rif,
+                                   std::string_view direccion,
+                                   std::optional<std::string> datosFactRel = std::nullopt,
+                                   std::optional<std::string> serialPrinter = std::nullopt,
+                                   std::optional<automation::Variant> fechaFactura = std::nullopt);
+    std::int32_t PasarDatosClienteNC(std::string_view nombre, std::string_view rif,
+                                     std::string_view direccion, std::string_view datosFactRel,
+                                     std::string_view serialPrinter,
+                                     const automation::Variant& fechaFactura);
+    std::int32_t IniciarFactura(std::string_view nombre, std::string_view rif,
+                                std::string_view direccion);
+    std::int32_t PasarDatosClientePA(std::string_view nombre, std::string_view rif,
+                                     std::string_view direccion,
+                                     std::string_view datosFactRel = {});
+    std::int32_t PasarDatosClienteNCPA(std::string_view nombre, std::string_view rif,
+                                       std::string_view direccion, std::string_view datosFactRel);
+
+    // Totals and closing. The Booleans are True on failure, as hosts read them.
+    bool SubTotal(bool doPrint = true);
+    bool PasarDescuento(double porcentaje);
+    bool PasarMontoDescuento(automation::Currency monto);
+    std::int16_t descuentoGeneral(bool isPorcentaje, bool isDescuento, double valor);
+    std::int16_t CerrarComprobante(automation::Currency monto = {});
+    std::int16_t CerrarConMedio(double indiceMedio, automation::Currency monto);
+    std::int16_t CerrarNotaCredito();
+    std::int16_t CerrarNotaCreditoConMedio(double indiceMedio, automation::Currency monto);
+    std::int16_t CerrarDevolucion(double medioPago, automation::Currency montoDevuelto);
+    std::int16_t CancelarTransaccion();
+
+    // Non-fiscal text, reports and configuration.
+    std::int16_t PrintNoFiscal(std::string_view texto, bool cerrar);
+    std::int16_t ReporteDiario(std::string_view rango, std::string_view tipo);
+    std::int16_t SetHeader(const automation::Variant& linea, std::string_view texto);
+    std::int16_t SetFooter(std::int32_t linea, std::string_view texto);
+    std::int16_t SetDate(const automation::Variant& fecha);
+    std::int16_t SetTime(const automation::Variant& hora);
+    std::int16_t Login(const automation::Variant& cajero);
+    std::int16_t Logoff();
+    std::int16_t StartTraining();
+    std::int16_t EndTraining();
+    std::int16_t setFlag(const automation::Variant& flag, const automation::Variant& value);
+    void reimprimirDocumentos(std::string_view cmd, const automation::Variant& desde,
+                              const automation::Variant& hasta);
+    void reimprimirFactura(const automation::Variant& numero);
+
+    // The "S3" record: rates and printer flags; a substitute in test mode or on failure.
+    std::shared_ptr<records::PrinterResponse3> Response3();
+    std::shared_ptr<records::PrinterResponse3> StatusS3() { return Response3(); }
+    // The cached S3 record, loaded on first need; a host may replace it.
+    std::shared_ptr<records::PrinterResponse3> s3() const { return s3_; }
+    void Sets3(std::shared_ptr<records::PrinterResponse3> record) { s3_ = std::move(record); }
+
     // Digit strings with implied decimals for the document commands.
     std::string FormatPrecio(double value);
     std::string FormatCantidad(double value);
@@ -98,6 +171,15 @@ class PrinterFiscal {
 
   private:
     std::int16_t LoadFlag21();
+    std::int16_t SendItem(documents::ItemKind kind, std::string_view descripcion,
+                          automation::Currency precio, double cantidad, double impuesto);
+    // Sends the commands in order and stops at the first failure, showing `DescripcionError`
+    // (after the step's prefix) in a message box; returns pfError.
+    std::int32_t SendSeries(const std::vector<std::string>& commands);
+    std::int32_t SendSteps(const documents::StepCommands& commands, const std::string& method);
+    std::string PaymentField(automation::Currency amount);
+    // Status requests with "TestMode" or "SkipChecks" on give substitutes.
+    bool Substituting() const { return settings_.testMode || settings_.exchange.skipChecks; }
     void Trace(const std::string& message) { process_.trace.Trace(message); }
 
     ProcessState& process_;
@@ -107,6 +189,7 @@ class PrinterFiscal {
     documents::AmountFormats amounts_;
     std::string serialPrinter_;
     std::int16_t f21_ = 0;
+    std::shared_ptr<records::PrinterResponse3> s3_;
     float factorDelay_ = 0;
 };
 
