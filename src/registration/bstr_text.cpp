@@ -29,4 +29,19 @@ BSTR BstrFromBytes(std::string_view bytes) {
     return text;
 }
 
+// A BSTR is UTF-16 on Windows, where wchar_t is one UTF-16 unit.
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+std::u16string Utf16FromBstr(BSTR text) {
+    if (text == nullptr) return {};
+    return std::u16string(reinterpret_cast<const char16_t*>(text), SysStringLen(text));
+}
+
+BSTR BstrFromUtf16(std::u16string_view text) {
+    BSTR copy = SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()),
+                                  static_cast<UINT>(text.size()));
+    if (copy == nullptr) throw std::bad_alloc();
+    return copy;
+}
+
 }  // namespace corvid::registration

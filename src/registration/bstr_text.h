@@ -1,5 +1,6 @@
 // Text at the COM boundary: BSTRs (UTF-16) to and from the library's byte strings in the
-// ANSI code page. Embedded NUL characters survive both ways.
+// ANSI code page, or kept as UTF-16 where the library holds the host's text as it is.
+// Embedded NUL characters survive every way.
 #pragma once
 
 #include <windows.h>
@@ -15,5 +16,8 @@ std::string BytesFromBstr(BSTR text);
 // A new BSTR the caller owns; throws std::bad_alloc when none can be allocated.
 BSTR BstrFromBytes(std::string_view bytes);
 std::wstring WideFromBytes(std::string_view bytes);
+
+std::u16string Utf16FromBstr(BSTR text);
+BSTR BstrFromUtf16(std::u16string_view text);
 
 }  // namespace corvid::registration

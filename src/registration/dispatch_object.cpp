@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "registration/host_array.h"
 #include "registration/late_bound_arguments.h"
 #include "registration/module_state.h"
 
@@ -55,6 +56,7 @@ HRESULT DispatchCore::Invoke(void* instance, DISPID member, WORD flags, DISPPARA
             raised_.reset();
             return DISP_E_EXCEPTION;
         }
+        if (SUCCEEDED(hr) && result != nullptr) MakeVariantArray(result);
         return hr;
     } catch (...) {
         return E_OUTOFMEMORY;

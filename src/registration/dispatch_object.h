@@ -18,6 +18,7 @@ namespace corvid::registration {
 // What does not depend on the interface: the type information and the last error.
 class DispatchCore {
   public:
+    // `class_source` names the class in the errors its members raise.
     DispatchCore(REFIID iid, std::string class_source);
     ~DispatchCore();
     DispatchCore(const DispatchCore&) = delete;
@@ -26,7 +27,8 @@ class DispatchCore {
     HRESULT TypeInfo(UINT index, ITypeInfo** info);
     HRESULT IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids);
     // Calls `member` on `instance` (the dual interface) through the type information,
-    // after adapting late-bound arguments, and reports a raised error in `excepinfo`.
+    // after adapting late-bound arguments, and reports a raised error in `excepinfo`. A
+    // typed array in the result reaches the late-bound host as an array of Variants.
     HRESULT Invoke(void* instance, DISPID member, WORD flags, DISPPARAMS* params, VARIANT* result,
                    EXCEPINFO* excepinfo, UINT* arg_error);
     bool Supports(REFIID iid) const;
@@ -54,6 +56,8 @@ class DispatchCore {
 template <class Interface>
 class DispatchObject : public Interface, public ISupportErrorInfo {
   public:
+    using PublishedInterface = Interface;
+
     DispatchObject(REFIID iid, std::string class_source) : core_(iid, std::move(class_source)) {}
     virtual ~DispatchObject() = default;
 

@@ -4,12 +4,9 @@
 #include <objbase.h>
 
 #include "registration/class_factory.h"
+#include "registration/class_table.h"
 #include "registration/module_state.h"
-#include "registration/printer_fiscal_object.h"
 #include "registration/self_registration.h"
-#include "registration/string_buffer_object.h"
-
-using corvid::registration::ClassFactory;
 
 extern "C" {
 
@@ -24,15 +21,11 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
+    const auto* published = corvid::registration::FindPublishedClass(clsid);
+    if (published == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
     IClassFactory* factory = nullptr;
     try {
-        if (IsEqualCLSID(clsid, CLSID_PrinterFiscal)) {
-            factory = new ClassFactory<corvid::registration::PrinterFiscalObject>();
-        } else if (IsEqualCLSID(clsid, CLSID_CStringBuffer)) {
-            factory = new ClassFactory<corvid::registration::StringBufferObject>();
-        } else {
-            return CLASS_E_CLASSNOTAVAILABLE;
-        }
+        factory = new corvid::registration::ClassFactory(*published);
     } catch (...) {
         return E_OUTOFMEMORY;
     }

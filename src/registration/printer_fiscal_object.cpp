@@ -2,6 +2,7 @@
 
 #include "registration/bstr_text.h"
 #include "registration/checked_pointer.h"
+#include "registration/host_array.h"
 #include "registration/variant_values.h"
 
 namespace corvid::registration {
@@ -16,8 +17,8 @@ std::string SeparatorOr(const VARIANT* argument, std::string fallback) {
 
 }  // namespace
 
-PrinterFiscalObject::PrinterFiscalObject()
-    : DispatchObject(IID__PrinterFiscal, "PrinterFiscalCorvid.PrinterFiscal") {}
+PrinterFiscalObject::PrinterFiscalObject(const char* error_source)
+    : DispatchObject(IID__PrinterFiscal, error_source) {}
 
 STDMETHODIMP PrinterFiscalObject::get_result(BSTR* value) {
     return Guard([&] { *Checked(value) = BstrFromBytes(session_.outcome().result); });
@@ -61,6 +62,12 @@ STDMETHODIMP PrinterFiscalObject::get_SerialPrinter(BSTR* value) {
 }
 STDMETHODIMP PrinterFiscalObject::put_SerialPrinter(BSTR value) {
     return Guard([&] { session_.SetSerialPrinter(BytesFromBstr(value)); });
+}
+STDMETHODIMP PrinterFiscalObject::get_s3(IDispatch** value) {
+    return Guard([&] { *Checked(value) = s3_.Share(); });
+}
+STDMETHODIMP PrinterFiscalObject::putref_s3(IDispatch* value) {
+    return Guard([&] { s3_.Reset(value); });
 }
 STDMETHODIMP PrinterFiscalObject::get_f21(SHORT* value) {
     return Guard([&] { *Checked(value) = session_.f21(); });
@@ -149,8 +156,13 @@ STDMETHODIMP PrinterFiscalObject::GetMultipleResponsesStr(BSTR* cmd, VARIANT* it
 }
 STDMETHODIMP PrinterFiscalObject::responseItem(SHORT* selector, VARIANT* s, VARIANT* item) {
     return Guard([&] {
-        const auto fields = FieldsFromVariant(*Checked(s));
-        SetText(Checked(item), session::PrinterFiscal::responseItem(*Checked(selector), fields));
+        const HostArray array = HostArrayOf(*Checked(s));
+        const LONG index = *Checked(selector);
+        if (index < array.lower || index > array.upper) {
+            SetText(Checked(item), "<nil>");
+        } else {
+            ElementOf(array, index, Checked(item));
+        }
     });
 }
 

@@ -4,13 +4,14 @@
 
 #include "registration/CorvidAPI_h.h"
 #include "registration/dispatch_object.h"
+#include "registration/held_reference.h"
 #include "session/printer_fiscal.h"
 
 namespace corvid::registration {
 
 class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
   public:
-    PrinterFiscalObject();
+    explicit PrinterFiscalObject(const char* error_source);
 
     STDMETHODIMP get_result(BSTR* value) override;
     STDMETHODIMP put_result(BSTR value) override;
@@ -26,6 +27,8 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
     STDMETHODIMP put_DescripcionError(BSTR value) override;
     STDMETHODIMP get_SerialPrinter(BSTR* value) override;
     STDMETHODIMP put_SerialPrinter(BSTR value) override;
+    STDMETHODIMP get_s3(IDispatch** value) override;
+    STDMETHODIMP putref_s3(IDispatch* value) override;
     STDMETHODIMP get_f21(SHORT* value) override;
     STDMETHODIMP put_f21(SHORT value) override;
     STDMETHODIMP get_lError(SHORT* value) override;
@@ -57,6 +60,8 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
 
   private:
     session::PrinterFiscal session_;
+    // The host's S3 record, kept as it was Set; Nothing until then.
+    HeldReference<IDispatch> s3_;
 };
 
 }  // namespace corvid::registration

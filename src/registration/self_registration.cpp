@@ -4,24 +4,18 @@
 #include <oleauto.h>
 #include <olectl.h>
 
+#include <cstring>
 #include <string>
 
 #include "registration/CorvidAPI_h.h"
+#include "registration/class_table.h"
 #include "registration/module_state.h"
 
 namespace corvid::registration {
 namespace {
 
-struct CreatableClass {
-    const CLSID* clsid;
-    const wchar_t* prog_id;
-    const wchar_t* description;
-};
-
-const CreatableClass kClasses[] = {
-    {&CLSID_PrinterFiscal, L"PrinterFiscalCorvid.PrinterFiscal", L"PrinterFiscal"},
-    {&CLSID_CStringBuffer, L"PrinterFiscalCorvid.CStringBuffer", L"CStringBuffer"},
-};
+// ProgIDs and descriptions are plain ASCII.
+std::wstring Wide(const char* ascii) { return std::wstring(ascii, ascii + std::strlen(ascii)); }
 
 std::wstring GuidText(const GUID& guid) {
     wchar_t text[40] = {};
@@ -43,17 +37,18 @@ HRESULT SetValue(const std::wstring& key, const wchar_t* name, const std::wstrin
     return HRESULT_FROM_WIN32(status);
 }
 
-HRESULT RegisterCreatableClass(const CreatableClass& entry, const std::wstring& module_path) {
+HRESULT RegisterPublishedClass(const PublishedClass& entry, const std::wstring& module_path) {
     const std::wstring clsid = GuidText(*entry.clsid);
     const std::wstring clsid_key = L"CLSID\\" + clsid;
-    const std::wstring prog_id = entry.prog_id;
+    const std::wstring prog_id = Wide(entry.prog_id);
+    const std::wstring description = Wide(entry.description);
     const HRESULT results[] = {
-        SetValue(clsid_key, nullptr, entry.description),
+        SetValue(clsid_key, nullptr, description),
         SetValue(clsid_key + L"\\InprocServer32", nullptr, module_path),
         SetValue(clsid_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"),
         SetValue(clsid_key + L"\\ProgID", nullptr, prog_id),
         SetValue(clsid_key + L"\\TypeLib", nullptr, GuidText(LIBID_PrinterFiscalCorvid)),
-        SetValue(prog_id, nullptr, entry.description),
+        SetValue(prog_id, nullptr, description),
         SetValue(prog_id + L"\\CLSID", nullptr, clsid),
     };
     for (HRESULT hr : results) {
@@ -73,8 +68,8 @@ HRESULT DeleteTree(const std::wstring& key) {
 HRESULT RegisterServer() {
     const std::wstring module_path = ModulePath();
     if (module_path.empty()) return SELFREG_E_CLASS;
-    for (const auto& entry : kClasses) {
-        if (FAILED(RegisterCreatableClass(entry, module_path))) return SELFREG_E_CLASS;
+    for (const auto& entry : PublishedClasses()) {
+        if (FAILED(RegisterPublishedClass(entry, module_path))) return SELFREG_E_CLASS;
     }
     std::wstring path = module_path;  // RegisterTypeLib takes a non-const string
     ITypeLib* library = nullptr;
@@ -88,9 +83,9 @@ HRESULT RegisterServer() {
 
 HRESULT UnregisterServer() {
     HRESULT result = S_OK;
-    for (const auto& entry : kClasses) {
+    for (const auto& entry : PublishedClasses()) {
         if (FAILED(DeleteTree(L"CLSID\\" + GuidText(*entry.clsid)))) result = SELFREG_E_CLASS;
-        if (FAILED(DeleteTree(entry.prog_id))) result = SELFREG_E_CLASS;
+        if (FAILED(DeleteTree(Wide(entry.prog_id)))) result = SELFREG_E_CLASS;
     }
     const HRESULT hr =
         UnRegisterTypeLib(LIBID_PrinterFiscalCorvid, 1, 0, LOCALE_NEUTRAL, SYS_WIN64);

@@ -1,5 +1,5 @@
-// What regsvr32 does with the DLL: registers both creatable classes (CLSID with an
-// apartment-threaded InprocServer32, ProgID) and the embedded type library, and removes
+// What regsvr32 does with the DLL: registers every class of the class table (CLSID with
+// an apartment-threaded InprocServer32, ProgID) and the embedded type library, and removes
 // exactly that again.
 #pragma once
 

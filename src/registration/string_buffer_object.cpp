@@ -6,15 +6,15 @@
 
 namespace corvid::registration {
 
-StringBufferObject::StringBufferObject()
-    : DispatchObject(IID__CStringBuffer, "PrinterFiscalCorvid.CStringBuffer") {}
+StringBufferObject::StringBufferObject(const char* error_source)
+    : DispatchObject(IID__CStringBuffer, error_source) {}
 
 STDMETHODIMP StringBufferObject::Append(BSTR* s) {
-    return Guard([&] { buffer_.Append(BytesFromBstr(*Checked(s))); });
+    return Guard([&] { buffer_.Append(Utf16FromBstr(*Checked(s))); });
 }
 
 STDMETHODIMP StringBufferObject::AppendV(VARIANT* v) {
-    return Guard([&] { buffer_.Append(TextFromVariant(*Checked(v))); });
+    return Guard([&] { buffer_.Append(Utf16FromVariant(*Checked(v))); });
 }
 
 STDMETHODIMP StringBufferObject::Remove(LONG* Index, LONG* Length) {
@@ -26,21 +26,21 @@ STDMETHODIMP StringBufferObject::Remove(LONG* Index, LONG* Length) {
 }
 
 STDMETHODIMP StringBufferObject::Insert(LONG* Index, BSTR* Text) {
-    return Guard([&] { buffer_.Insert(*Checked(Index), BytesFromBstr(*Checked(Text))); });
+    return Guard([&] { buffer_.Insert(*Checked(Index), Utf16FromBstr(*Checked(Text))); });
 }
 
 STDMETHODIMP StringBufferObject::Replace(BSTR* orgText, BSTR* NewText) {
     return Guard([&] {
-        buffer_.Replace(BytesFromBstr(*Checked(orgText)), BytesFromBstr(*Checked(NewText)));
+        buffer_.Replace(Utf16FromBstr(*Checked(orgText)), Utf16FromBstr(*Checked(NewText)));
     });
 }
 
 STDMETHODIMP StringBufferObject::get_Value(BSTR* text) {
-    return Guard([&] { *Checked(text) = BstrFromBytes(buffer_.Value()); });
+    return Guard([&] { *Checked(text) = BstrFromUtf16(buffer_.Value()); });
 }
 
 STDMETHODIMP StringBufferObject::put_Value(BSTR text) {
-    return Guard([&] { buffer_.SetValue(BytesFromBstr(text)); });
+    return Guard([&] { buffer_.SetValue(Utf16FromBstr(text)); });
 }
 
 }  // namespace corvid::registration

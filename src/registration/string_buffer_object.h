@@ -1,5 +1,6 @@
 // The creatable CStringBuffer class: the library's growable text buffer behind the
-// _CStringBuffer dual interface.
+// _CStringBuffer dual interface. It holds the host's text as UTF-16, so characters outside
+// the ANSI code page survive and positions count UTF-16 units, as they do for the host.
 #pragma once
 
 #include "preview/string_buffer.h"
@@ -10,7 +11,7 @@ namespace corvid::registration {
 
 class StringBufferObject : public DispatchObject<_CStringBuffer> {
   public:
-    StringBufferObject();
+    explicit StringBufferObject(const char* error_source);
 
     STDMETHODIMP Append(BSTR* s) override;
     STDMETHODIMP AppendV(VARIANT* v) override;
@@ -21,7 +22,7 @@ class StringBufferObject : public DispatchObject<_CStringBuffer> {
     STDMETHODIMP put_Value(BSTR text) override;
 
   private:
-    preview::CStringBuffer buffer_;
+    preview::Utf16StringBuffer buffer_;
 };
 
 }  // namespace corvid::registration

@@ -92,6 +92,12 @@ std::string TextFromVariant(const VARIANT& value) {
     return BytesFromBstr(converted.get()->bstrVal);
 }
 
+std::u16string Utf16FromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_BSTR);
+    return Utf16FromBstr(converted.get()->bstrVal);
+}
+
 std::int16_t ShortFromVariant(const VARIANT& value) {
     ScopedVariant converted;
     ConvertInto(converted, value, VT_I2);
@@ -142,37 +148,6 @@ void SetArrayOfArrays(VARIANT* result, const std::vector<std::vector<std::string
     VariantInit(result);
     result->vt = VT_ARRAY | VT_VARIANT;
     result->parray = array;
-}
-
-std::vector<std::string> FieldsFromVariant(const VARIANT& value) {
-    const VARIANT* inner = Innermost(&value);
-    SAFEARRAY* array = nullptr;
-    if ((inner->vt & VT_ARRAY) != 0) {
-        array = (inner->vt & VT_BYREF) != 0 ? *inner->pparray : inner->parray;
-    }
-    const VARTYPE element_type = static_cast<VARTYPE>(inner->vt & VT_TYPEMASK);
-    if (array == nullptr || SafeArrayGetDim(array) != 1 ||
-        (element_type != VT_VARIANT && element_type != VT_BSTR)) {
-        throw VbError::Standard(vb_errors::kTypeMismatch);
-    }
-    LONG lower = 0;
-    LONG upper = -1;
-    SafeArrayGetLBound(array, 1, &lower);
-    SafeArrayGetUBound(array, 1, &upper);
-    std::vector<std::string> fields;
-    for (LONG i = lower; i <= upper; ++i) {
-        ScopedVariant element;
-        HRESULT hr;
-        if (element_type == VT_VARIANT) {
-            hr = SafeArrayGetElement(array, &i, element.get());
-        } else {
-            element.get()->vt = VT_BSTR;
-            hr = SafeArrayGetElement(array, &i, &element.get()->bstrVal);
-        }
-        if (FAILED(hr)) RaiseConversionError(hr);
-        fields.push_back(TextFromVariant(*element.get()));
-    }
-    return fields;
 }
 
 }  // namespace corvid::registration

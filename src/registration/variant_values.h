@@ -18,6 +18,8 @@ bool IsMissing(const VARIANT* value);
 
 // CStr and CInt of a Variant, references followed.
 std::string TextFromVariant(const VARIANT& value);
+// CStr keeping the host's UTF-16 text as it is.
+std::u16string Utf16FromVariant(const VARIANT& value);
 std::int16_t ShortFromVariant(const VARIANT& value);
 
 // Results written into a [out, retval] VARIANT*.
@@ -29,8 +31,5 @@ void SetVariantArray(VARIANT* result, const std::vector<std::string>& fields);
 void SetStringArray(VARIANT* result, const std::vector<std::string>& fields);
 // An array of Variants, each an array of Variant strings.
 void SetArrayOfArrays(VARIANT* result, const std::vector<std::vector<std::string>>& blocks);
-
-// The elements of a one-dimensional array of Variants or Strings, each as text.
-std::vector<std::string> FieldsFromVariant(const VARIANT& value);
 
 }  // namespace corvid::registration

@@ -7,24 +7,14 @@
 #include <string>
 
 #include "automation/vb_error.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::preview {
 namespace {
 
-using automation::VbError;
+using test_support::ErrorNumberOf;
 
 constexpr std::int32_t kChunk = CStringBuffer::kChunk;
-
-// Runs `action` and returns the number of the VbError it raised (0 when none).
-template <typename Action>
-std::int32_t ErrorNumberOf(Action action) {
-    try {
-        action();
-    } catch (const VbError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 CStringBuffer Holding(const std::string& text) {
     CStringBuffer buffer;
@@ -32,29 +22,55 @@ CStringBuffer Holding(const std::string& text) {
     return buffer;
 }
 
-TEST(StringBufferTest, StartsEmptyOverOneChunkOfNuls) {
-    CStringBuffer buffer;
-    EXPECT_EQ(buffer.Value(), "");
-    EXPECT_EQ(buffer.store(), std::string(kChunk, '\0'));
-    EXPECT_EQ(buffer.capacity(), kChunk);
+// `count` copies of `c` as text of the buffer's kind of character.
+template <typename Buffer>
+typename Buffer::String Repeated(std::size_t count, char c) {
+    return typename Buffer::String(count, static_cast<typename Buffer::String::value_type>(c));
 }
 
-TEST(StringBufferTest, GrowsByOneChunkOnlyWhenTheTextOutgrowsIt) {
-    CStringBuffer buffer;
-    buffer.Append(std::string(kChunk - 1, 'a'));
-    buffer.Append("b");
+// The chunk rules hold in characters of either kind, not in bytes.
+template <typename Buffer>
+class BothStringBuffersTest : public ::testing::Test {};
+using BothKinds = ::testing::Types<CStringBuffer, Utf16StringBuffer>;
+TYPED_TEST_SUITE(BothStringBuffersTest, BothKinds);
+
+TYPED_TEST(BothStringBuffersTest, StartsEmptyAndGrowsByOneChunkOnlyWhenTheTextOutgrowsIt) {
+    TypeParam buffer;
+    EXPECT_TRUE(buffer.Value().empty());
+    EXPECT_EQ(buffer.store(), Repeated<TypeParam>(kChunk, '\0'));
+
+    buffer.Append(Repeated<TypeParam>(kChunk - 1, 'a'));
+    buffer.Append(Repeated<TypeParam>(1, 'b'));
     EXPECT_EQ(buffer.store().size(), static_cast<std::size_t>(kChunk));
 
-    buffer.Append("c");
+    buffer.Append(Repeated<TypeParam>(1, 'c'));
     EXPECT_EQ(buffer.store().size(), static_cast<std::size_t>(2 * kChunk));
     EXPECT_EQ(buffer.capacity(), 2 * kChunk);
-    EXPECT_EQ(buffer.Value(), std::string(kChunk - 1, 'a') + "bc");
-    EXPECT_EQ(buffer.store().back(), '\0');
+    EXPECT_EQ(buffer.Value(), Repeated<TypeParam>(kChunk - 1, 'a') + Repeated<TypeParam>(1, 'b') +
+                                  Repeated<TypeParam>(1, 'c'));
+    EXPECT_EQ(buffer.store().back(), 0);
 
     // A single long append grows linearly, chunk by chunk, never doubling.
-    buffer.Append(std::string(3 * kChunk, 'd'));
+    buffer.Append(Repeated<TypeParam>(3 * kChunk, 'd'));
     EXPECT_EQ(buffer.capacity(), 5 * kChunk);
     EXPECT_EQ(buffer.Value().size(), static_cast<std::size_t>(4 * kChunk + 1));
+}
+
+TEST(Utf16StringBufferTest, KeepsUnitsBeyondOneByteAndCountsPositionsInUnits) {
+    // Omega, a Han character and a surrogate pair (two units).
+    const std::u16string omega = u"\u03A9", han = u"\u4E2D", pair = u"\U0001F600";
+    Utf16StringBuffer buffer;
+    buffer.Append(omega + pair + u"x");
+    buffer.Insert(4, han);
+    EXPECT_EQ(buffer.Value(), omega + pair + han + u"x");
+
+    std::int32_t length = 2;
+    buffer.Remove(2, length);
+    EXPECT_EQ(buffer.Value(), omega + han + u"x");
+
+    buffer.Replace(han, pair);
+    EXPECT_EQ(buffer.Value(), omega + pair + u"x");
+    EXPECT_EQ(buffer.used(), 4);
 }
 
 TEST(StringBufferTest, AppendVAppendsTheValuesText) {

@@ -32,8 +32,17 @@ Check "responseItem with a variable selector", p.responseItem(selector, list), "
 Check "responseItem above the last index", p.responseItem(3, list), "<nil>"
 Check "responseItem below 0", p.responseItem(-1, list), "<nil>"
 Check "responseItem on GetResponse's array", p.responseItem(0, fields), "VOID"
+
+' The element comes back as it is, not as its text.
+Dim mixed, record, item
+Set record = CreateObject("PrinterFiscalCorvid.CStringBuffer")
+mixed = Array(7, Null, record)
+Check "responseItem keeps a number a number", VarType(p.responseItem(0, mixed)), vbInteger
+CheckTrue "responseItem gives Null back as Null", IsNull(p.responseItem(1, mixed))
+Set item = p.responseItem(2, mixed)
+CheckTrue "responseItem gives the object itself", item Is record
+
 On Error Resume Next
-Dim item
 item = p.responseItem(0, "not an array")
 CheckError "responseItem on a text", 13, "", "Type mismatch"
 

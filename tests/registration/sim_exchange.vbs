@@ -1,7 +1,7 @@
 ' corvid-sim: --serial Z7A0001234 --layout long
 ' A session on the simulated printer through COMn of the Wine prefix: opening, a command,
 ' a reply of fields and a reply of several blocks.
-Dim p, r, fields, blocks, port
+Dim p, r, fields, blocks, port, none
 port = CInt(CreateObject("WScript.Shell").Environment("PROCESS")("CORVID_SIM_PORT"))
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 
@@ -14,6 +14,10 @@ Check "the serial tells the model", p.tipoPrinter(), 2
 Check "status byte 1 after Abrir", p.STS1, 96
 Check "status byte 2 after Abrir", p.STS2, 64
 Check "explainSTS1", p.explainSTS1(), "Modo fiscal: IDLE (0x60)"
+
+none = p.NextStatusBlock()
+CheckTrue "NextStatusBlock gives an array", IsArray(none)
+Check "NextStatusBlock's array is empty", UBound(none), -1
 
 r = p.Execute("w")
 Check "Execute w returns 0", r, 0

@@ -74,4 +74,36 @@ text = "caf" & Chr(233) & " " & Chr(128)
 b.Value = text
 Check "accented and euro characters survive the ANSI code page", b.Value, text
 
+' Text outside the ANSI code page is kept as the host wrote it; positions count its
+' UTF-16 units. Wine's VBScript has no ChrW: such a text is read back from a file written
+' with the bytes of its UTF-16 units, low byte first, after the byte order mark.
+Function Utf16(code)
+    Dim fso, stream
+    Set fso = CreateObject("Scripting.FileSystemObject")
+    Set stream = fso.CreateTextFile("utf16.txt", True, False)
+    stream.Write Chr(255) & Chr(254) & Chr(code And 255) & Chr(code \ 256)
+    stream.Close
+    Set stream = fso.OpenTextFile("utf16.txt", 1, False, -1)
+    Utf16 = stream.ReadAll
+    stream.Close
+    fso.DeleteFile "utf16.txt"
+End Function
+
+Dim omega, han, session
+omega = Utf16(&H3A9)
+han = Utf16(&H4E2D)
+Set session = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
+session.DescripcionError = omega & han
+CheckTrue "the text used is outside the ANSI code page", _
+    Len(omega & han) = 2 And session.DescripcionError <> omega & han
+b.Value = omega & han & "x"
+Check "text outside the ANSI code page survives", b.Value, omega & han & "x"
+b.Insert 3, omega
+Check "Insert counts UTF-16 units", b.Value, omega & han & omega & "x"
+b.Remove 2, 1
+Check "Remove counts UTF-16 units", b.Value, omega & omega & "x"
+b.Replace omega, han
+b.AppendV omega
+Check "Replace and AppendV keep it too", b.Value, han & han & "x" & omega
+
 Finish
