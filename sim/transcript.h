@@ -23,9 +23,11 @@ struct TranscriptEntry {
     std::string command;   // Block: the command text
     bool checkOk = false;  // Block: its check byte was right
     std::chrono::steady_clock::time_point at;
+    std::string note;  // a reply's explanation, such as why a command was refused
 };
 
-// "+0.012 host    [ENQ]": seconds since `start`, the sender and the readable bytes.
+// "+0.012 host    [ENQ]": seconds since `start`, the sender and the readable bytes, then
+// the note if there is one.
 std::string FormatEntry(const TranscriptEntry& entry, std::chrono::steady_clock::time_point start);
 
 class Transcript {
