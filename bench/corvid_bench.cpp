@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "bench/paced_sale.h"
 #include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
 #include "sim/simulator.h"
@@ -97,5 +98,6 @@ int main() {
         printer.Cerrar();
     }
     simulator.Stop();
+    corvid::bench::MeasurePacedSale(kPort + 1);
     return 0;
 }
