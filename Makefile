@@ -9,8 +9,11 @@ CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 all: native windows
 
+# Installs what is missing, then checks that everything the build and tests call comes
+# from a listed package.
 deps:
 	@scripts/install-deps.sh
+	@scripts/check-deps.sh
 
 native: deps
 	@cmake -S . -B $(NATIVE) $(CMAKE_FLAGS) >/dev/null

@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/paced_sale.h"
 #include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
 #include "sim/simulator.h"
@@ -178,5 +179,6 @@ int main() {
         printer.Cerrar();
     }
     simulator.Stop();
+    corvid::bench::MeasurePacedSale(kPort + 1);
     return 0;
 }

@@ -17,6 +17,7 @@ set -uo pipefail
 build_dir=$(cd "${1:?usage: $0 BUILD_DIR [CORVID_SIM]}" && pwd)
 # The simulated printer (a Linux program) that sim_*.vbs scripts talk to.
 simulator=${2:-}
+[ -n "$simulator" ] && [ -x "$simulator" ] && simulator=$(cd "$(dirname "$simulator")" && pwd)/$(basename "$simulator")
 root=$(cd "$(dirname "$0")/.." && pwd)
 tests="$root/tests/registration"
 work="$build_dir/automation-tests"
@@ -95,7 +96,8 @@ run_sim_script() {
     options=$(sed -n "1s/^' corvid-sim://p" "$tests/$name")
     rm -f "$link"
     # shellcheck disable=SC2086
-    "$simulator" $options --link "$link" >"$work/$name.sim.log" 2>&1 &
+    # From the scripts' folder, so that files it writes (--paper) are the script's to read.
+    (cd "$work" && exec "$simulator" $options --link "$link") >"$work/$name.sim.log" 2>&1 &
     sim_pid=$!
     for _ in $(seq 50); do [ -e "$link" ] && break; sleep 0.1; done
     export CORVID_SIM_PORT=7

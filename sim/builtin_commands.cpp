@@ -3,12 +3,18 @@
 #include <charconv>
 #include <string>
 
+#include "sim/printer_commands.h"
+
 namespace corvid::sim {
 
 namespace {
 
 CommandAnswer StatusS1(std::string_view, FiscalState& state) {
     return CommandAnswer::Data({JoinFields(state.S1Fields())});
+}
+
+CommandAnswer StatusS3(std::string_view, FiscalState& state) {
+    return CommandAnswer::Data({JoinFields(state.S3Fields())});
 }
 
 CommandAnswer MultiBlockTest(std::string_view command, FiscalState&) {
@@ -29,7 +35,14 @@ CommandAnswer MultiBlockTest(std::string_view command, FiscalState&) {
 
 void RegisterBuiltinCommands(CommandTable& table) {
     table.Register("S1", StatusS1);
+    table.Register("S3", StatusS3);
     table.Register(kMultiBlockTestCommand, MultiBlockTest);
+    RegisterCustomerCommands(table);
+    RegisterItemCommands(table);
+    RegisterClosingCommands(table);
+    RegisterNonFiscalCommands(table);
+    RegisterReportCommands(table);
+    RegisterSetupCommands(table);
 }
 
 }  // namespace corvid::sim

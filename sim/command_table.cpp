@@ -15,7 +15,7 @@ CommandAnswer CommandTable::Dispatch(std::string_view command, FiscalState& stat
             bestLength = prefix.size();
         }
     }
-    return best != nullptr ? (*best)(command, state) : CommandAnswer::Ack();
+    return best != nullptr ? (*best)(command, state) : CommandAnswer::Refuse("unknown command");
 }
 
 std::string JoinFields(const std::vector<std::string>& fields) {

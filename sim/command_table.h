@@ -1,5 +1,5 @@
 // Dispatch of accepted command blocks: handlers keyed by command prefix, the longest
-// registered prefix wins. A command no handler claims is accepted with ACK.
+// registered prefix wins. A command no handler claims is unknown: the printer answers NAK.
 #pragma once
 
 #include <functional>
@@ -12,16 +12,20 @@
 
 namespace corvid::sim {
 
-// What the printer answers to one command: ACK, NAK, or data in one or more blocks.
+// What the printer answers to one command: ACK, NAK, or data in one or more blocks. A
+// handler that refuses must leave the state as it found it: the host sends the same block
+// again after a NAK.
 struct CommandAnswer {
     enum class Kind { Ack, Nak, Data };
     Kind kind = Kind::Ack;
     std::vector<std::string> blocks;  // Data: the text of each block, fields joined by LF
+    std::string reason;               // Nak: why, for the transcript
 
     static CommandAnswer Ack() { return {}; }
-    static CommandAnswer Nak() { return {Kind::Nak, {}}; }
+    static CommandAnswer Nak() { return {Kind::Nak, {}, {}}; }
+    static CommandAnswer Refuse(std::string reason) { return {Kind::Nak, {}, std::move(reason)}; }
     static CommandAnswer Data(std::vector<std::string> blocks) {
-        return {Kind::Data, std::move(blocks)};
+        return {Kind::Data, std::move(blocks), {}};
     }
 };
 

@@ -1,7 +1,5 @@
 #include "sim/fiscal_state.h"
 
-#include <cstdio>
-
 namespace corvid::sim {
 
 Variant VariantFromSerial(std::string_view serial) {
@@ -28,63 +26,91 @@ std::string DefaultSerial(Variant variant) {
 
 namespace {
 
-std::string Digits(long long value, int width) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%0*lld", width, value);
-    return text;
+std::string DateText(const std::tm& t) {
+    return ZeroPadded(t.tm_year % 100, 2) + ZeroPadded(t.tm_mon + 1, 2) + ZeroPadded(t.tm_mday, 2);
 }
 
-std::tm Now(const std::optional<std::tm>& fixed) {
-    if (fixed) return *fixed;
-    std::time_t now = std::time(nullptr);
+}  // namespace
+
+unsigned char FiscalState::Sts1() const {
+    if (forcedSts1) return *forcedSts1;
+    unsigned char status = training ? 0x40 : 0x60;
+    if (document) status += document->kind == DocumentKind::NonFiscal ? 2 : 1;
+    return status;
+}
+
+unsigned char FiscalState::Sts2() const {
+    if (forcedSts2) return *forcedSts2;
+    return lastCommandRefused ? 0x60 : 0x40;
+}
+
+std::tm FiscalState::Now() const {
+    if (clock) return *clock;
+    std::time_t now = std::time(nullptr) + clockOffset.count();
     std::tm local{};
     localtime_r(&now, &local);
     return local;
 }
 
-std::string DateText(const std::tm& t) {
-    return Digits(t.tm_year % 100, 2) + Digits(t.tm_mon + 1, 2) + Digits(t.tm_mday, 2);
+void FiscalState::SetClock(std::tm time) {
+    time.tm_isdst = -1;
+    std::time_t wanted = std::mktime(&time);
+    if (clock) {
+        clock = time;
+    } else {
+        clockOffset = std::chrono::seconds(wanted - std::time(nullptr));
+    }
 }
 
-}  // namespace
-
 std::vector<std::string> FiscalState::S1Fields() const {
-    std::tm now = Now(clock);
+    std::tm now = Now();
     // Field 0 echoes the command before the two-digit cashier number.
-    std::string cashierField = "S1" + Digits(cashier, 2);
-    std::string total = Digits(dailySalesHundredths, 17);
+    std::string cashierField = "S1" + ZeroPadded(cashier, 2);
+    std::string total = ZeroPadded(day.sales.Total(), 17);
     if (s1Layout == S1Layout::Short) {
         return {cashierField,
                 total,
-                Digits(lastInvoice, 8),
-                Digits(invoicesToday, 5),
-                Digits(lastNonFiscal, 8),
-                Digits(nonFiscalToday, 5),
-                Digits(closures, 4),
-                Digits(reportCounter, 4),
+                ZeroPadded(lastInvoice, 8),
+                ZeroPadded(day.sales.count, 5),
+                ZeroPadded(lastNonFiscal, 8),
+                ZeroPadded(day.nonFiscal, 5),
+                ZeroPadded(closures, 4),
+                ZeroPadded(reportCounter, 4),
                 rif,
                 serial,
                 DateText(now),
-                Digits(now.tm_hour, 2) + Digits(now.tm_min, 2),
-                Digits(lastCreditNote, 8),
-                Digits(creditNotesToday, 5)};
+                ZeroPadded(now.tm_hour, 2) + ZeroPadded(now.tm_min, 2),
+                ZeroPadded(lastCreditNote, 8),
+                ZeroPadded(day.creditNotes.count, 5)};
     }
     return {cashierField,
             total,
-            Digits(lastInvoice, 8),
-            Digits(invoicesToday, 5),
-            Digits(lastDebitNote, 8),
-            Digits(debitNotesToday, 5),
-            Digits(lastCreditNote, 8),
-            Digits(creditNotesToday, 5),
-            Digits(lastNonFiscal, 8),
-            Digits(nonFiscalToday, 5),
-            Digits(reportCounter, 4),
-            Digits(closures, 4),
+            ZeroPadded(lastInvoice, 8),
+            ZeroPadded(day.sales.count, 5),
+            ZeroPadded(lastDebitNote, 8),
+            ZeroPadded(day.debitNotes.count, 5),
+            ZeroPadded(lastCreditNote, 8),
+            ZeroPadded(day.creditNotes.count, 5),
+            ZeroPadded(lastNonFiscal, 8),
+            ZeroPadded(day.nonFiscal, 5),
+            ZeroPadded(reportCounter, 4),
+            ZeroPadded(closures, 4),
             rif,
             serial,
-            Digits(now.tm_hour, 2) + Digits(now.tm_min, 2) + Digits(now.tm_sec, 2),
+            ZeroPadded(now.tm_hour, 2) + ZeroPadded(now.tm_min, 2) + ZeroPadded(now.tm_sec, 2),
             DateText(now)};
+}
+
+std::vector<std::string> FiscalState::S3Fields() const {
+    // Each rate field is its kind ("0": added to the price, "1": included) and the rate in
+    // hundredths of a percent; this printer always adds the tax.
+    std::vector<std::string> fields;
+    for (int slot = 1; slot <= 3; ++slot) fields.push_back("0" + ZeroPadded(rates[slot], 4));
+    fields.push_back("0" + ZeroPadded(igtfRate, 3));
+    std::string flagRow;
+    for (int value : flags) flagRow += ZeroPadded(value, 2);
+    fields.push_back(flagRow);
+    return fields;
 }
 
 }  // namespace corvid::sim

@@ -1,14 +1,21 @@
-// What the simulated printer knows about itself: model, serial number, status bytes and
-// the counters that its status records report. Command handlers read and change it; it
-// is the place where the fiscal meaning of document commands will grow.
+// What the simulated printer knows about itself: model, serial number, clock, tax rates,
+// flags, header and footer, the cashier, the open document, the day's totals, the
+// documents issued and the paper it printed. Command handlers read and change it.
 #pragma once
 
-#include <cstdint>
+#include <array>
+#include <chrono>
 #include <ctime>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "sim/amount_formats.h"
+#include "sim/day_totals.h"
+#include "sim/document.h"
+#include "sim/paper_roll.h"
 
 namespace corvid::sim {
 
@@ -23,35 +30,71 @@ Variant VariantFromSerial(std::string_view serial);
 // A plausible serial number of the model, recognisable by its first three characters.
 std::string DefaultSerial(Variant variant);
 
+inline constexpr int kFlagCount = 64;  // flags 00 to 63, reported by S3
+inline constexpr int kAmountFormatFlag = 21;
+
+// A fiscal document as it was printed, kept for reprints.
+struct IssuedDocument {
+    DocumentKind kind;
+    long number;
+    int date;  // yymmdd
+    std::vector<std::string> lines;
+};
+
 struct FiscalState {
-    // Status bytes of the reply to ENQ; default: fiscal mode, idle, no error.
-    unsigned char sts1 = 0x60;
-    unsigned char sts2 = 0x40;
+    // Status bytes are worked out from the state; a forced value stands in for that.
+    std::optional<unsigned char> forcedSts1;
+    std::optional<unsigned char> forcedSts2;
+    bool lastCommandRefused = false;
 
     std::string serial = DefaultSerial(Variant::SRP350);
     std::string rif = "J-30123456-7";
     S1Layout s1Layout = S1Layout::Short;
 
-    int cashier = 1;
-    std::int64_t dailySalesHundredths = 1234567;  // 12345.67
+    int cashier = 0;  // 0: nobody logged in
+    bool training = false;
+
+    // Numbers of the last document of each kind and of the last reports; they run on
+    // across days.
     long lastInvoice = 1520;
-    long invoicesToday = 37;
     long lastDebitNote = 12;
-    long debitNotesToday = 1;
     long lastCreditNote = 48;
-    long creditNotesToday = 2;
     long lastNonFiscal = 310;
-    long nonFiscalToday = 5;
     long closures = 204;
     long reportCounter = 19;
 
-    // The printer's clock; the host's clock when empty.
+    Rates rates{0, 1600, 800, 3100, 0};  // tax is added to the price
+    int igtfRate = 300;                  // hundredths of a percent
+    std::array<int, kFlagCount> flags{};
+    std::map<int, std::string> header;  // 40-column lines by number
+    std::map<int, std::string> footer;
+
+    std::optional<Document> document;
+    DayTotals day;
+    std::vector<IssuedDocument> issued;
+    PaperRoll paper;
+
+    // The printer's clock: fixed when set, else the host's clock moved by the offset that
+    // setting the date or time leaves.
     std::optional<std::tm> clock;
+    std::chrono::seconds clockOffset{0};
 
     Variant variant() const { return VariantFromSerial(serial); }
+    AmountFormats formats() const { return AmountFormatsFor(flags[kAmountFormatFlag]); }
+
+    // 0x60 fiscal mode (0x40 training), plus 1 while a fiscal document is open and 2 while
+    // a non-fiscal one is.
+    unsigned char Sts1() const;
+    // 0x40, or 0x60 ("fiscal error") after a refused command until one is accepted.
+    unsigned char Sts2() const;
+
+    std::tm Now() const;
+    void SetClock(std::tm time);
 
     // The fields of the reply to "S1" in the chosen layout.
     std::vector<std::string> S1Fields() const;
+    // The fields of the reply to "S3": three rates, IGTF, flags.
+    std::vector<std::string> S3Fields() const;
 };
 
 }  // namespace corvid::sim

@@ -49,12 +49,18 @@ std::string HexBytes(const std::string& text) {
 std::string Usage() {
     return "usage: corvid-sim [options]\n"
            "A simulated fiscal printer on a pseudo-terminal; prints the terminal's path and\n"
-           "serves until interrupted.\n"
+           "serves until interrupted. It keeps the day's fiscal state, refuses with NAK what\n"
+           "makes no sense in it, and prints its documents on a 40-column paper roll.\n"
            "  --variant srp350|dt230|hka112|srp812  model, sets a matching serial number\n"
            "  --serial TEXT          serial number (its first three characters give the model)\n"
            "  --layout short|long    layout of the S1 record (14 or 16 fields)\n"
-           "  --sts1 N, --sts2 N     status bytes (decimal or 0x hex; default 0x60, 0x40)\n"
+           "  --sts1 N, --sts2 N     force the status bytes (decimal or 0x hex); by default\n"
+           "                         they follow the printer's state\n"
            "  --link PATH            make PATH a symbolic link to the terminal\n"
+           "  --paper FILE           write the paper roll to FILE (UTF-8), each document as it\n"
+           "                         is finished\n"
+           "  --pace                 take and send bytes at the speed of a 9600-baud 8E1 line\n"
+           "                         (11 bits, about 1.146 ms, a byte)\n"
            "  --transcript           print every exchange as it happens\n"
            "faults:\n"
            "  --nak N                refuse the next N blocks with NAK\n"
@@ -98,11 +104,15 @@ Options ParseOptions(const std::vector<std::string>& args) {
             }
             printer.s1Layout = layout == "short" ? S1Layout::Short : S1Layout::Long;
         } else if (option == "--sts1") {
-            printer.sts1 = static_cast<unsigned char>(Number(option, value(), 0, 255));
+            printer.forcedSts1 = static_cast<unsigned char>(Number(option, value(), 0, 255));
         } else if (option == "--sts2") {
-            printer.sts2 = static_cast<unsigned char>(Number(option, value(), 0, 255));
+            printer.forcedSts2 = static_cast<unsigned char>(Number(option, value(), 0, 255));
         } else if (option == "--link") {
             options.config.linkPath = value();
+        } else if (option == "--paper") {
+            options.config.paperPath = value();
+        } else if (option == "--pace") {
+            options.config.paced = true;
         } else if (option == "--transcript") {
             options.printTranscript = true;
         } else if (option == "--nak") {

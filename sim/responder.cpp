@@ -16,7 +16,8 @@ std::optional<Reply> Responder::Answer(const HostUnit& unit) {
                 return std::nullopt;
             }
             return Framed(kStatusReply,
-                          {static_cast<char>(state_.sts1), static_cast<char>(state_.sts2)}, kEtx);
+                          {static_cast<char>(state_.Sts1()), static_cast<char>(state_.Sts2())},
+                          kEtx);
         case HostUnit::Kind::Block:
             pendingBlocks_.clear();
             return AnswerBlock(unit);
@@ -40,11 +41,15 @@ std::optional<Reply> Responder::AnswerBlock(const HostUnit& unit) {
     }
     if (!unit.checkOk) return Single(kNakReply, kNak);
     CommandAnswer answer = commands_.Dispatch(unit.command, state_);
+    state_.lastCommandRefused = answer.kind == CommandAnswer::Kind::Nak;
     switch (answer.kind) {
         case CommandAnswer::Kind::Ack:
             return Single(kAckReply, kAck);
-        case CommandAnswer::Kind::Nak:
-            return Single(kNakReply, kNak);
+        case CommandAnswer::Kind::Nak: {
+            Reply reply = Single(kNakReply, kNak);
+            if (!answer.reason.empty()) reply.note = "refused: " + answer.reason;
+            return reply;
+        }
         case CommandAnswer::Kind::Data:
             break;
     }
@@ -62,13 +67,13 @@ std::optional<Reply> Responder::NextPendingBlock() {
 
 Reply Responder::Framed(ReplyKind kind, const std::string& text, char end) {
     if (end == kEtx && faults_.eotEnd.Take(kind)) end = kEot;
-    Reply reply{kind, FrameReply(text, end)};
+    Reply reply{kind, FrameReply(text, end), {}};
     Decorate(reply);
     return reply;
 }
 
 Reply Responder::Single(ReplyKind kind, char byte) {
-    Reply reply{kind, std::string(1, byte)};
+    Reply reply{kind, std::string(1, byte), {}};
     Decorate(reply);
     return reply;
 }

@@ -4,7 +4,8 @@
 //   block, bad check -> NAK
 //   block, good    -> the handler's data (STX text ETX check), or for several blocks
 //                     STX text ETB check, each further block sent on the host's next ACK;
-//                     ACK when the handler has no data; NAK when it refuses
+//                     ACK when the handler has no data; NAK when it refuses (and STS2
+//                     shows the refusal until a command is accepted)
 //   ACK            -> the next block of a pending multi-block reply; otherwise ignored
 //   stray bytes    -> ignored
 // An ENQ or a block from the host abandons the rest of a pending multi-block reply. After
@@ -25,11 +26,13 @@ namespace corvid::sim {
 struct Reply {
     ReplyKind kind;
     std::string bytes;
+    std::string note;  // why a command was refused, for the transcript
 };
 
 class Responder {
   public:
     FiscalState& state() { return state_; }
+    const FiscalState& state() const { return state_; }
     CommandTable& commands() { return commands_; }
     FaultPlan& faults() { return faults_; }
 

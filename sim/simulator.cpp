@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -49,7 +50,10 @@ What WhatOf(ReplyKind kind) {
 
 }  // namespace
 
-Simulator::Simulator(SimulatorConfig config) : linkPath_(std::move(config.linkPath)) {
+Simulator::Simulator(SimulatorConfig config)
+    : linkPath_(std::move(config.linkPath)),
+      paperPath_(std::move(config.paperPath)),
+      pacer_(config.paced ? kByteTimeAt9600Baud8E1 : std::chrono::nanoseconds{}) {
     responder_.state() = std::move(config.printer);
     responder_.faults() = std::move(config.faults);
     RegisterBuiltinCommands(responder_.commands());
@@ -59,6 +63,10 @@ Simulator::~Simulator() { Stop(); }
 
 void Simulator::Start() {
     if (thread_.joinable()) throw std::logic_error("simulator already running");
+    if (!paperPath_.empty()) {
+        std::lock_guard lock(mutex_);
+        responder_.state().paper.WriteTo(paperPath_);
+    }
     int pipeEnds[2];
     if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
         throw std::system_error(errno, std::generic_category(), "pipe2");
@@ -112,6 +120,8 @@ std::string Simulator::SlavePath() const {
 }
 
 void Simulator::Serve() {
+    // The kernel may otherwise let each timed wait of a paced line overrun by 50 us.
+    if (pacer_.paced()) prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
     HostStream stream;
     const int master = terminal_->master();
     char buffer[4096];
@@ -126,9 +136,19 @@ void Simulator::Serve() {
         if ((fds[0].revents & POLLIN) != 0) {
             ssize_t n = read(master, buffer, sizeof buffer);
             if (n <= 0) continue;
-            for (const HostUnit& unit :
-                 stream.Feed(std::string_view(buffer, static_cast<std::size_t>(n)))) {
-                HandleUnit(unit);
+            std::string_view bytes(buffer, static_cast<std::size_t>(n));
+            if (!pacer_.paced()) {
+                for (const HostUnit& unit : stream.Feed(bytes)) HandleUnit(unit);
+                continue;
+            }
+            // Each unit is handled once its last byte would have come in over the line.
+            const auto seen = Clock::now();
+            for (std::size_t i = 0; i < bytes.size(); ++i) {
+                const auto arrived = pacer_.Received(seen);
+                for (const HostUnit& unit : stream.Feed(bytes.substr(i, 1))) {
+                    if (!PauseUntil(arrived)) break;
+                    HandleUnit(unit);
+                }
             }
         } else if ((fds[0].revents & (POLLHUP | POLLERR)) != 0) {
             Pause(std::chrono::milliseconds(20));  // no reader yet; do not spin
@@ -138,8 +158,13 @@ void Simulator::Serve() {
 }
 
 void Simulator::HandleUnit(const HostUnit& unit) {
-    transcript_.Add({Direction::HostToPrinter, WhatOf(unit.kind), unit.bytes, unit.command,
-                     unit.checkOk, Clock::now()});
+    transcript_.Add({Direction::HostToPrinter,
+                     WhatOf(unit.kind),
+                     unit.bytes,
+                     unit.command,
+                     unit.checkOk,
+                     Clock::now(),
+                     {}});
     std::optional<Reply> reply;
     {
         std::lock_guard lock(mutex_);
@@ -158,8 +183,13 @@ void Simulator::SendReply(const Reply& reply) {
         chunk = responder_.faults().chunkSize;
     }
     if (delay.count() > 0 && !Pause(delay)) return;
-    transcript_.Add(
-        {Direction::PrinterToHost, WhatOf(reply.kind), reply.bytes, {}, false, Clock::now()});
+    transcript_.Add({Direction::PrinterToHost,
+                     WhatOf(reply.kind),
+                     reply.bytes,
+                     {},
+                     false,
+                     Clock::now(),
+                     reply.note});
     if (chunk == 0) chunk = reply.bytes.size();
     for (std::size_t at = 0; at < reply.bytes.size(); at += chunk) {
         if (at > 0 && !Pause(pause)) return;
@@ -171,8 +201,12 @@ void Simulator::SendReply(const Reply& reply) {
 
 bool Simulator::WriteAll(const char* data, std::size_t size) {
     const int master = terminal_->master();
+    // Paced, each byte goes out once the line would have carried it, on a schedule counted
+    // from when the bytes were ready, so that a late wake-up does not push the rest back.
+    const auto ready = Clock::now();
     while (size > 0) {
-        ssize_t n = write(master, data, size);
+        if (pacer_.paced() && !PauseUntil(pacer_.Sent(ready))) return false;
+        ssize_t n = write(master, data, pacer_.paced() ? 1 : size);
         if (n > 0) {
             data += n;
             size -= static_cast<std::size_t>(n);
@@ -188,12 +222,17 @@ bool Simulator::WriteAll(const char* data, std::size_t size) {
 }
 
 bool Simulator::Pause(std::chrono::milliseconds duration) {
-    const auto deadline = Clock::now() + duration;
+    return PauseUntil(Clock::now() + duration);
+}
+
+bool Simulator::PauseUntil(Clock::time_point deadline) {
     while (!stopping_ && !hangUp_) {
-        auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(deadline - Clock::now());
         if (left.count() <= 0) return true;
+        const timespec timeout{static_cast<time_t>(left.count() / 1'000'000'000),
+                               static_cast<long>(left.count() % 1'000'000'000)};
         pollfd wake{wakeRead_, POLLIN, 0};
-        poll(&wake, 1, static_cast<int>(left.count()));
+        ppoll(&wake, 1, &timeout, nullptr);
     }
     return false;
 }
@@ -244,8 +283,8 @@ void Simulator::ChangeFaults(const std::function<void(FaultPlan&)>& change) {
 
 void Simulator::SetStatusBytes(unsigned char sts1, unsigned char sts2) {
     ChangeState([=](FiscalState& state) {
-        state.sts1 = sts1;
-        state.sts2 = sts2;
+        state.forcedSts1 = sts1;
+        state.forcedSts2 = sts2;
     });
 }
 
@@ -257,6 +296,11 @@ void Simulator::ChangeState(const std::function<void(FiscalState&)>& change) {
 void Simulator::RegisterHandler(std::string prefix, CommandHandler handler) {
     std::lock_guard lock(mutex_);
     responder_.commands().Register(std::move(prefix), std::move(handler));
+}
+
+std::string Simulator::PaperText() const {
+    std::lock_guard lock(mutex_);
+    return responder_.state().paper.Text();
 }
 
 bool Simulator::WaitForBlocks(std::size_t n, std::chrono::milliseconds timeout) const {

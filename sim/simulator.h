@@ -14,6 +14,7 @@
 #include "sim/command_table.h"
 #include "sim/fault_plan.h"
 #include "sim/fiscal_state.h"
+#include "sim/line_pacer.h"
 #include "sim/pseudo_terminal.h"
 #include "sim/responder.h"
 #include "sim/transcript.h"
@@ -23,7 +24,9 @@ namespace corvid::sim {
 struct SimulatorConfig {
     FiscalState printer;
     FaultPlan faults;
-    std::string linkPath;  // symbolic link to create to the slave; none when empty
+    std::string linkPath;   // symbolic link to create to the slave; none when empty
+    std::string paperPath;  // file that receives each printed document; none when empty
+    bool paced = false;     // bytes move at the speed of a 9600-baud 8E1 line
 };
 
 class Simulator {
@@ -33,7 +36,8 @@ class Simulator {
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
 
-    // Opens the terminal and starts serving; throws std::system_error on failure.
+    // Opens the terminal (and empties the paper file) and starts serving; throws
+    // std::system_error on failure.
     void Start();
     // Stops serving and closes the terminal; safe to call twice.
     void Stop();
@@ -59,6 +63,8 @@ class Simulator {
     void SetStatusBytes(unsigned char sts1, unsigned char sts2);
     void ChangeState(const std::function<void(FiscalState&)>& change);
     void RegisterHandler(std::string prefix, CommandHandler handler);
+    // Everything the printer has printed so far, as UTF-8 text.
+    std::string PaperText() const;
 
     Transcript& transcript() { return transcript_; }
     const Transcript& transcript() const { return transcript_; }
@@ -72,11 +78,15 @@ class Simulator {
     void SendReply(const Reply& reply);
     bool WriteAll(const char* data, std::size_t size);
     bool Pause(std::chrono::milliseconds duration);
+    // False when the simulator is told to stop first.
+    bool PauseUntil(std::chrono::steady_clock::time_point deadline);
     void Wake();
 
     mutable std::mutex mutex_;
     Responder responder_;
     std::string linkPath_;
+    std::string paperPath_;
+    LinePacer pacer_;  // used by the serving thread only
     std::unique_ptr<PseudoTerminal> terminal_;
     std::string slavePath_;
     Transcript transcript_;

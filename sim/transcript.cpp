@@ -14,6 +14,7 @@ std::string FormatEntry(const TranscriptEntry& entry, std::chrono::steady_clock:
     line += entry.direction == TranscriptEntry::Direction::HostToPrinter ? "host    " : "printer ";
     line += Readable(entry.bytes);
     if (entry.what == TranscriptEntry::What::Block && !entry.checkOk) line += "  (bad check)";
+    if (!entry.note.empty()) line += "  (" + entry.note + ")";
     return line;
 }
 

@@ -23,10 +23,12 @@ struct TranscriptEntry {
     std::string command;   // Block: the command text
     bool checkOk = false;  // Block: its check byte was right
     std::chrono::steady_clock::time_point at;
+    std::string note;  // a reply's explanation, such as why a command was refused
 };
 
 // "   +0.012345 host    [ENQ]": seconds since `start` (to the microsecond, so that a
-// host's reaction to a reply can be timed from it), the sender and the readable bytes.
+// host's reaction to a reply can be timed from it), the sender and the readable bytes, then
+// the note if there is one.
 std::string FormatEntry(const TranscriptEntry& entry, std::chrono::steady_clock::time_point start);
 
 class Transcript {

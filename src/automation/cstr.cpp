@@ -5,6 +5,7 @@
 
 #include "automation/dates.h"
 #include "automation/decimal_digits.h"
+#include "automation/locale_format.h"
 #include "automation/variant.h"
 #include "automation/vb_error.h"
 
@@ -23,6 +24,13 @@ std::string NumberText(Number value, int precision) {
     for (char& c : text) {
         if (c == 'e') c = 'E';
     }
+    return text;
+}
+
+// The host's string conversion writes the user's decimal symbol ("43200,5" in Spain).
+std::string WithLocaleDecimal(std::string text) {
+    const std::size_t point = text.find('.');
+    if (point != std::string::npos) text.replace(point, 1, CurrentLocaleFormat().decimal_symbol);
     return text;
 }
 
@@ -59,11 +67,11 @@ std::string CStr(const Variant& value) {
                                  std::is_same_v<T, std::int32_t>) {
                 return std::to_string(v);
             } else if constexpr (std::is_same_v<T, float>) {
-                return NumberText(v, 7);
+                return WithLocaleDecimal(NumberText(v, 7));
             } else if constexpr (std::is_same_v<T, double>) {
-                return NumberText(v, 15);
+                return WithLocaleDecimal(NumberText(v, 15));
             } else if constexpr (std::is_same_v<T, Currency>) {
-                return DecimalDigits::FromCurrency(v).ToPlainText();
+                return WithLocaleDecimal(DecimalDigits::FromCurrency(v).ToPlainText());
             } else if constexpr (std::is_same_v<T, Date>) {
                 return DateText(v);
             } else {

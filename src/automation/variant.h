@@ -31,8 +31,9 @@ using Variant = std::variant<Empty, Null, bool, std::int16_t, std::int32_t, floa
 
 // CStr: the text VB gives a value; Null and ErrorValue raise type mismatch (error 13).
 // Empty is ""; Booleans "True"/"False"; doubles up to 15 significant digits and Singles up
-// to 7, no trailing zeros, "." decimal, "1E+15" beyond; Currency up to four decimals; dates
-// as "dd/mm/yyyy", with " hh:nn:ss" when there is a time, or "hh:nn:ss" alone on day 0.
+// to 7, no trailing zeros, the locale's decimal symbol, "1E+15" beyond; Currency up to four
+// decimals; dates as "dd/mm/yyyy", with " hh:nn:ss" when there is a time, or "hh:nn:ss" alone on
+// day 0.
 std::string CStr(const Variant& value);
 
 }  // namespace corvid::automation

@@ -4,7 +4,7 @@ namespace corvid::host {
 
 PromptAnswer StreamUserPrompts::MessageBox(const std::string& text, PromptButtons buttons,
                                            PromptIcon /*icon*/, const std::string& title) {
-    if (!title.empty()) out_ << title << '\n';
+    out_ << TitleOrLibrary(title) << '\n';
     out_ << text << '\n';
     const PromptAnswer answer =
         buttons == PromptButtons::kYesNo ? PromptAnswer::kYes : PromptAnswer::kOk;

@@ -22,11 +22,6 @@ std::string TraceFileSetting() {
 
 }  // namespace
 
-TraceLog& TraceLog::Process() {
-    static TraceLog log;
-    return log;
-}
-
 int TraceLog::AddSink(Sink sink) {
     const int id = next_sink_id_++;
     sinks_.emplace(id, std::move(sink));
@@ -81,7 +76,5 @@ void TraceLog::FeedSinks(const std::string& line) {
         }
     }
 }
-
-void Trace(const std::string& message) { TraceLog::Process().Trace(message); }
 
 }  // namespace corvid::host

@@ -22,9 +22,6 @@ class TraceLog {
   public:
     using Sink = std::function<void(const std::string& line)>;
 
-    // The one shared by every session of the process.
-    static TraceLog& Process();
-
     void SetIsDebug(bool on) { is_debug_ = on; }
     bool IsDebug() const { return is_debug_; }
     void SetDebugInmediato(bool on) { debug_inmediato_ = on; }
@@ -59,8 +56,5 @@ class TraceLog {
     std::map<int, Sink> sinks_;
     int next_sink_id_ = 1;
 };
-
-// Writes one line to the process's session trace.
-void Trace(const std::string& message);
 
 }  // namespace corvid::host

@@ -7,6 +7,12 @@
 namespace corvid::host {
 
 enum class PromptButtons { kOk, kYesNo };
+
+// What a box shown without a title of its own carries, as a VB component's boxes do.
+inline constexpr const char* kLibraryTitle = "PrinterFiscalCorvid";
+inline std::string TitleOrLibrary(const std::string& title) {
+    return title.empty() ? kLibraryTitle : title;
+}
 enum class PromptIcon { kNone, kCritical, kExclamation, kInformation };
 enum class PromptAnswer { kOk, kYes, kNo };
 

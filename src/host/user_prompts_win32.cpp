@@ -26,7 +26,8 @@ class Win32UserPrompts : public UserPrompts {
     PromptAnswer MessageBox(const std::string& text, PromptButtons buttons, PromptIcon icon,
                             const std::string& title) override {
         const UINT flags = (buttons == PromptButtons::kYesNo ? MB_YESNO : MB_OK) | IconFlags(icon);
-        const int answer = ::MessageBoxA(GetActiveWindow(), text.c_str(), title.c_str(), flags);
+        const int answer =
+            ::MessageBoxA(GetActiveWindow(), text.c_str(), TitleOrLibrary(title).c_str(), flags);
         if (buttons == PromptButtons::kOk) return PromptAnswer::kOk;
         return answer == IDYES ? PromptAnswer::kYes : PromptAnswer::kNo;
     }

@@ -21,46 +21,47 @@ PrinterFiscalObject::PrinterFiscalObject(const char* error_source)
     : DispatchObject(IID__PrinterFiscal, error_source) {}
 
 STDMETHODIMP PrinterFiscalObject::get_result(BSTR* value) {
-    return Guard([&] { *Checked(value) = BstrFromBytes(session_.result); });
+    return Guard([&] { *Checked(value) = BstrFromBytes(session_.outcome().result); });
 }
 STDMETHODIMP PrinterFiscalObject::put_result(BSTR value) {
-    return Guard([&] { session_.result = BytesFromBstr(value); });
+    return Guard([&] { session_.outcome().result = BytesFromBstr(value); });
 }
 STDMETHODIMP PrinterFiscalObject::get_resultFlag(controlValues* value) {
-    return Guard([&] { *Checked(value) = static_cast<controlValues>(session_.resultFlag); });
+    return Guard(
+        [&] { *Checked(value) = static_cast<controlValues>(session_.outcome().resultFlag); });
 }
 STDMETHODIMP PrinterFiscalObject::put_resultFlag(controlValues value) {
-    return Guard([&] { session_.resultFlag = value; });
+    return Guard([&] { session_.outcome().resultFlag = value; });
 }
 STDMETHODIMP PrinterFiscalObject::get_pfError(pfErrors* value) {
-    return Guard([&] { *Checked(value) = static_cast<pfErrors>(session_.pfError); });
+    return Guard([&] { *Checked(value) = static_cast<pfErrors>(session_.outcome().pfError); });
 }
 STDMETHODIMP PrinterFiscalObject::put_pfError(pfErrors value) {
-    return Guard([&] { session_.pfError = value; });
+    return Guard([&] { session_.outcome().pfError = value; });
 }
 STDMETHODIMP PrinterFiscalObject::get_STS1(LONG* value) {
-    return Guard([&] { *Checked(value) = session_.STS1; });
+    return Guard([&] { *Checked(value) = session_.outcome().STS1; });
 }
 STDMETHODIMP PrinterFiscalObject::put_STS1(LONG value) {
-    return Guard([&] { session_.STS1 = value; });
+    return Guard([&] { session_.outcome().STS1 = value; });
 }
 STDMETHODIMP PrinterFiscalObject::get_STS2(LONG* value) {
-    return Guard([&] { *Checked(value) = session_.STS2; });
+    return Guard([&] { *Checked(value) = session_.outcome().STS2; });
 }
 STDMETHODIMP PrinterFiscalObject::put_STS2(LONG value) {
-    return Guard([&] { session_.STS2 = value; });
+    return Guard([&] { session_.outcome().STS2 = value; });
 }
 STDMETHODIMP PrinterFiscalObject::get_DescripcionError(BSTR* value) {
-    return Guard([&] { *Checked(value) = BstrFromBytes(session_.DescripcionError); });
+    return Guard([&] { *Checked(value) = BstrFromBytes(session_.outcome().DescripcionError); });
 }
 STDMETHODIMP PrinterFiscalObject::put_DescripcionError(BSTR value) {
-    return Guard([&] { session_.DescripcionError = BytesFromBstr(value); });
+    return Guard([&] { session_.outcome().DescripcionError = BytesFromBstr(value); });
 }
 STDMETHODIMP PrinterFiscalObject::get_SerialPrinter(BSTR* value) {
-    return Guard([&] { *Checked(value) = BstrFromBytes(session_.SerialPrinter); });
+    return Guard([&] { *Checked(value) = BstrFromBytes(session_.SerialPrinter()); });
 }
 STDMETHODIMP PrinterFiscalObject::put_SerialPrinter(BSTR value) {
-    return Guard([&] { session_.SerialPrinter = BytesFromBstr(value); });
+    return Guard([&] { session_.SetSerialPrinter(BytesFromBstr(value)); });
 }
 STDMETHODIMP PrinterFiscalObject::get_s3(IDispatch** value) {
     return Guard([&] { *Checked(value) = s3_.Share(); });
@@ -69,10 +70,10 @@ STDMETHODIMP PrinterFiscalObject::putref_s3(IDispatch* value) {
     return Guard([&] { s3_.Reset(value); });
 }
 STDMETHODIMP PrinterFiscalObject::get_f21(SHORT* value) {
-    return Guard([&] { *Checked(value) = session_.f21; });
+    return Guard([&] { *Checked(value) = session_.f21(); });
 }
 STDMETHODIMP PrinterFiscalObject::put_f21(SHORT value) {
-    return Guard([&] { session_.f21 = value; });
+    return Guard([&] { session_.Setf21(value); });
 }
 STDMETHODIMP PrinterFiscalObject::get_lError(SHORT* value) {
     return Guard([&] { *Checked(value) = session_.lError(); });
@@ -96,7 +97,8 @@ STDMETHODIMP PrinterFiscalObject::tipoPrinter(VariantesPF* model) {
 }
 
 STDMETHODIMP PrinterFiscalObject::Abrir(VARIANT* portNumber) {
-    return Guard([&] { session_.Abrir(ShortFromVariant(*Checked(portNumber))); });
+    // Converted only when a port is opened: in test mode any argument will do.
+    return Guard([&] { session_.Abrir([&] { return ShortFromVariant(*Checked(portNumber)); }); });
 }
 STDMETHODIMP PrinterFiscalObject::Cerrar() {
     return Guard([&] { session_.Cerrar(); });

@@ -58,7 +58,77 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
                                          BSTR* text) override;
     STDMETHODIMP responseItem(SHORT* selector, VARIANT* s, VARIANT* item) override;
 
+    // Documents (printer_fiscal_documents_object.cpp).
+    STDMETHODIMP PasarItem(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto, VARIANT* idblCantidad,
+                           VARIANT* ivmPorcentajeImpuesto, SHORT* outcome) override;
+    STDMETHODIMP RefundItem(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto, VARIANT* idblCantidad,
+                            VARIANT* ivmPorcentajeImpuesto, SHORT* outcome) override;
+    STDMETHODIMP AnularItem(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto, VARIANT* idblCantidad,
+                            VARIANT* ivmPorcentajeImpuesto, SHORT* outcome) override;
+    STDMETHODIMP PasarLineaFactura(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                                   VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                                   SHORT* outcome) override;
+    STDMETHODIMP detalleGeneral(VARIANT* tipo, VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                                VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                                VARIANT* codigo, VARIANT* outcome) override;
+    STDMETHODIMP pasarLineaFacturaG(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                                    VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                                    VARIANT* codigo, SHORT* outcome) override;
+    STDMETHODIMP anularLineaFacturaG(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                                     VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                                     VARIANT* codigo, SHORT* outcome) override;
+    STDMETHODIMP pasarLineaNCG(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                               VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                               VARIANT* codigo, SHORT* outcome) override;
+    STDMETHODIMP anularLineaNCG(VARIANT* istrDescripcion, VARIANT* ivmPrecioNeto,
+                                VARIANT* idblCantidad, VARIANT* ivmPorcentajeImpuesto,
+                                VARIANT* codigo, SHORT* outcome) override;
+    STDMETHODIMP IndiceTasa(double* idblTasa, SHORT* index) override;
+    STDMETHODIMP PasarDatosCliente(VARIANT* Nombre, VARIANT* RIF, VARIANT* Direccion,
+                                   VARIANT* datosFactRel, VARIANT* SerialPrinter,
+                                   VARIANT* fechaFactura, VARIANT* outcome) override;
+    STDMETHODIMP PasarDatosClienteNC(VARIANT* Nombre, VARIANT* RIF, VARIANT* Direccion,
+                                     VARIANT* datosFactRel, VARIANT* SerialPrinter,
+                                     VARIANT* fechaFactura, VARIANT* outcome) override;
+    STDMETHODIMP IniciarFactura(VARIANT* Nombre, VARIANT* RIF, VARIANT* Direccion,
+                                VARIANT* outcome) override;
+    STDMETHODIMP PasarDatosClientePA(VARIANT* Nombre, VARIANT* RIF, VARIANT* Direccion,
+                                     BSTR datosFactRel, VARIANT* outcome) override;
+    STDMETHODIMP PasarDatosClienteNCPA(VARIANT* Nombre, VARIANT* RIF, VARIANT* Direccion,
+                                       VARIANT* datosFactRel, VARIANT* outcome) override;
+    STDMETHODIMP SubTotal(VARIANT* doPrint, VARIANT_BOOL* failed) override;
+    STDMETHODIMP PasarDescuento(VARIANT* dblPorcentaje, VARIANT_BOOL* failed) override;
+    STDMETHODIMP PasarMontoDescuento(VARIANT* dMonto, VARIANT_BOOL* failed) override;
+    STDMETHODIMP descuentoGeneral(VARIANT* isPorcentaje, VARIANT* isDescuento, VARIANT* valor,
+                                  VARIANT* outcome) override;
+    STDMETHODIMP CerrarComprobante(VARIANT* Monto, SHORT* outcome) override;
+    STDMETHODIMP CerrarConMedio(VARIANT* IndiceMedio, VARIANT* Monto, SHORT* outcome) override;
+    STDMETHODIMP CerrarNotaCredito(SHORT* outcome) override;
+    STDMETHODIMP CerrarNotaCreditoConMedio(VARIANT* IndiceMedio, VARIANT* Monto,
+                                           SHORT* outcome) override;
+    STDMETHODIMP CerrarDevolucion(VARIANT* MedioPago, VARIANT* MontoDevuelto,
+                                  SHORT* outcome) override;
+    STDMETHODIMP CancelarTransaccion(SHORT* outcome) override;
+    STDMETHODIMP PrintNoFiscal(BSTR* sText, VARIANT_BOOL* bCerrar, SHORT* outcome) override;
+    STDMETHODIMP ReporteDiario(BSTR* sRango, BSTR* sTipo, SHORT* outcome) override;
+    STDMETHODIMP SetHeader(SHORT* nLineNumber, BSTR* sText, SHORT* outcome) override;
+    STDMETHODIMP SetFooter(SHORT* nLineNumber, BSTR* sText, SHORT* outcome) override;
+    STDMETHODIMP SetDate(DATE* dtFecha, SHORT* outcome) override;
+    STDMETHODIMP SetTime(DATE* dtFecha, SHORT* outcome) override;
+    STDMETHODIMP Login(VARIANT* nCajero, SHORT* outcome) override;
+    STDMETHODIMP Logoff(SHORT* outcome) override;
+    STDMETHODIMP StartTraining(SHORT* outcome) override;
+    STDMETHODIMP EndTraining(SHORT* outcome) override;
+    STDMETHODIMP setFlag(VARIANT Flag, VARIANT Value, VARIANT* outcome) override;
+    STDMETHODIMP reimprimirDocumentos(BSTR* cmd, VARIANT* arg1, VARIANT* arg2) override;
+    STDMETHODIMP reimprimirFactura(VARIANT* numero) override;
+
   private:
+    // A "G" item line of kind `tipo` from the host's arguments.
+    std::int16_t GeneralLine(const char* tipo, VARIANT* descripcion, VARIANT* precio,
+                             VARIANT* cantidad, VARIANT* impuesto, VARIANT* codigo);
+    static automation::Variant ReprintLimit(const std::string& cmd, const VARIANT* limit);
+
     session::PrinterFiscal session_;
     // The host's S3 record, kept as it was Set; Nothing until then.
     HeldReference<IDispatch> s3_;

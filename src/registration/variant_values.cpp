@@ -86,6 +86,8 @@ bool IsMissing(const VARIANT* value) {
     return inner->vt == VT_ERROR && inner->scode == DISP_E_PARAMNOTFOUND;
 }
 
+bool IsNull(const VARIANT& value) { return Innermost(&value)->vt == VT_NULL; }
+
 std::string TextFromVariant(const VARIANT& value) {
     ScopedVariant converted;
     ConvertInto(converted, value, VT_BSTR);
@@ -102,6 +104,30 @@ std::int16_t ShortFromVariant(const VARIANT& value) {
     ScopedVariant converted;
     ConvertInto(converted, value, VT_I2);
     return converted.get()->iVal;
+}
+
+double DoubleFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_R8);
+    return converted.get()->dblVal;
+}
+
+automation::Currency CurrencyFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_CY);
+    return automation::Currency::FromScaled(converted.get()->cyVal.int64);
+}
+
+bool BoolFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_BOOL);
+    return converted.get()->boolVal != VARIANT_FALSE;
+}
+
+automation::Date DateFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_DATE);
+    return automation::Date{converted.get()->date};
 }
 
 void SetText(VARIANT* result, std::string_view text) {

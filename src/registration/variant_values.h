@@ -11,16 +11,26 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/currency.h"
+#include "automation/variant.h"
+
 namespace corvid::registration {
 
 // An optional argument the host left out (absent, or VT_ERROR DISP_E_PARAMNOTFOUND).
 bool IsMissing(const VARIANT* value);
+// A Null, references followed.
+bool IsNull(const VARIANT& value);
 
 // CStr and CInt of a Variant, references followed.
 std::string TextFromVariant(const VARIANT& value);
 // CStr keeping the host's UTF-16 text as it is.
 std::u16string Utf16FromVariant(const VARIANT& value);
 std::int16_t ShortFromVariant(const VARIANT& value);
+// CDbl, CCur, CBool and CDate of a Variant (date text in the host's locale).
+double DoubleFromVariant(const VARIANT& value);
+automation::Currency CurrencyFromVariant(const VARIANT& value);
+bool BoolFromVariant(const VARIANT& value);
+automation::Date DateFromVariant(const VARIANT& value);
 
 // Results written into a [out, retval] VARIANT*.
 void SetText(VARIANT* result, std::string_view text);

@@ -82,9 +82,4 @@ void PortDump::Data(std::string_view label, std::string_view bytes) {
     std::fflush(file_);
 }
 
-PortDump& PortDump::Process() {
-    static PortDump dump;
-    return dump;
-}
-
 }  // namespace corvid::serial

@@ -18,9 +18,6 @@ std::vector<std::string> HexDumpLines(std::string_view bytes);
 
 class PortDump {
   public:
-    // The one the serial ports of the process write to.
-    static PortDump& Process();
-
     PortDump() = default;
     ~PortDump();
     PortDump(const PortDump&) = delete;

@@ -15,8 +15,6 @@
 namespace corvid::serial {
 namespace {
 
-constexpr int kPortCount = 99;
-
 std::string Hex(std::uint32_t value) {
     static const char kDigits[] = "0123456789ABCDEF";
     std::string out;
@@ -27,98 +25,77 @@ std::string Hex(std::uint32_t value) {
     return out;
 }
 
-// The port records, the last error and the line error flags the last ClearCommError saw.
-class CommPortTable {
-  public:
-    // The device of a port (null when closed); raises error 9 outside 1 to 99.
-    std::unique_ptr<SerialDevice>& Record(int port) {
-        if (port < 1 || port > kPortCount) {
-            throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange,
-                                                "modCOMM");
-        }
-        return devices_[static_cast<std::size_t>(port - 1)];
-    }
-
-    // Fills the error record from a failed call, naming it "<operation> (<call>)".
-    std::int32_t Fail(const char* operation, const SystemFailure& failure,
-                      const std::string& suffix = {}) {
-        error_ = {failure.number, std::string(operation) + " (" + failure.call + ")",
-                  failure.message + suffix};
-        return failure.number;
-    }
-    std::int32_t Fail(CommErrorRecord record) {
-        error_ = std::move(record);
-        return error_.number;
-    }
-    std::string FlagsSuffix() const { return "  COMM Error Flags = " + Hex(error_flags_); }
-
-    const CommErrorRecord& error() const { return error_; }
-    std::uint32_t& error_flags() { return error_flags_; }
-
-  private:
-    std::array<std::unique_ptr<SerialDevice>, kPortCount> devices_;
-    CommErrorRecord error_;
-    std::uint32_t error_flags_ = 0;
-};
-
-CommPortTable& Table() {
-    static CommPortTable table;
-    return table;
-}
-
-// A call on a port that is not open fails as the system fails a call on a bad handle.
-SerialDevice* DeviceOrNull(int port) { return Table().Record(port).get(); }
-
 }  // namespace
 
-std::int32_t CommOpen(int port, const std::string& name, const std::string& settings) {
-    auto& table = Table();
-    auto& record = table.Record(port);
+PortTable::PortTable() = default;
+PortTable::~PortTable() = default;
+
+std::unique_ptr<SerialDevice>& PortTable::Record(int port) {
+    if (port < 1 || port > kPortCount) {
+        throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange, "modCOMM");
+    }
+    return devices_[static_cast<std::size_t>(port - 1)];
+}
+
+std::int32_t PortTable::Fail(const char* operation, const SystemFailure& failure,
+                             const std::string& suffix) {
+    error_ = {failure.number, std::string(operation) + " (" + failure.call + ")",
+              failure.message + suffix};
+    return failure.number;
+}
+
+std::int32_t PortTable::Fail(CommErrorRecord record) {
+    error_ = std::move(record);
+    return error_.number;
+}
+
+std::string PortTable::FlagsSuffix() const { return "  COMM Error Flags = " + Hex(error_flags_); }
+
+std::int32_t PortTable::CommOpen(int port, const std::string& name, const std::string& settings) {
+    auto& record = Record(port);
     std::int32_t result = 0;
     if (record) {
-        result = table.Fail({-1, "CommOpen", "Port in use."});
+        result = Fail({-1, "CommOpen", "Port in use."});
     } else {
         SystemFailure failure;
         record = OpenSerialDevice(port, name, failure);
         // Once the device is open the record stays open even if configuring it fails, so
         // the caller's next close releases it.
         if (!record) {
-            result = table.Fail("CommOpen", failure);
+            result = Fail("CommOpen", failure);
         } else if (auto failed = record->Prepare(settings)) {
-            result = table.Fail("CommOpen", *failed);
+            result = Fail("CommOpen", *failed);
         }
     }
-    if (result != 0) PortDump::Process().Open();
+    if (result != 0) dump_.Open();
     return result;
 }
 
-std::int32_t CommClose(int port) {
-    auto& table = Table();
-    auto& record = table.Record(port);
+std::int32_t PortTable::CommClose(int port) {
+    auto& record = Record(port);
     if (record) {
         auto failed = record->Close();
         record.reset();
         if (failed) {
-            PortDump::Process().Close();
-            return table.Fail("CommClose", *failed);
+            dump_.Close();
+            return Fail("CommClose", *failed);
         }
     }
-    PortDump::Process().Close();
+    dump_.Close();
     return 0;
 }
 
-std::int32_t CommRead(int port, std::string& data, std::int32_t size) {
-    auto& table = Table();
-    table.Record(port);
+std::int32_t PortTable::CommRead(int port, std::string& data, std::int32_t size) {
+    Record(port);
     data.clear();
     host::YieldToHost();
     // Reached again after the yield: the host may have closed the port meanwhile.
     SerialDevice* device = DeviceOrNull(port);
     std::uint32_t waiting = 0;
-    auto failed = device ? device->QueryInput(waiting, table.error_flags())
+    auto failed = device ? device->QueryInput(waiting, error_flags_)
                          : MaybeFailure(ClosedDeviceFailure("ClearCommError"));
     if (failed) {
-        table.Fail("CommRead", *failed, table.FlagsSuffix());
+        Fail("CommRead", *failed, FlagsSuffix());
         return -1;
     }
     if (waiting == 0) return 0;
@@ -128,39 +105,38 @@ std::int32_t CommRead(int port, std::string& data, std::int32_t size) {
     const std::size_t count = std::min<std::size_t>({waiting, kReadBufferSize, wanted});
     if (auto read_failed = device->Read(count, data)) {
         data.clear();
-        table.Fail("CommRead", *read_failed, table.FlagsSuffix());
+        Fail("CommRead", *read_failed, FlagsSuffix());
         return -1;
     }
-    if (!data.empty()) PortDump::Process().Data("Read ", data);
+    if (!data.empty()) dump_.Data("Read ", data);
     return static_cast<std::int32_t>(data.size());
 }
 
-std::int32_t CommWrite(int port, const std::string& data) {
-    auto& table = Table();
+std::int32_t PortTable::CommWrite(int port, const std::string& data) {
     SerialDevice* device = DeviceOrNull(port);
     std::size_t written = 0;
     auto failed =
         device ? device->Write(data, written) : MaybeFailure(ClosedDeviceFailure("WriteFile"));
     host::YieldToHost();
     if (failed) {
-        table.Fail("CommWrite", *failed, table.FlagsSuffix());
+        Fail("CommWrite", *failed, FlagsSuffix());
         return -1;
     }
-    if (written > 0) PortDump::Process().Data("Send ", std::string_view(data).substr(0, written));
+    if (written > 0) dump_.Data("Send ", std::string_view(data).substr(0, written));
     return static_cast<std::int32_t>(written);
 }
 
-std::int32_t CommReadCD(int port, std::int16_t mask, bool& state) {
+std::int32_t PortTable::CommReadCD(int port, std::int16_t mask, bool& state) {
     SerialDevice* device = DeviceOrNull(port);
     std::uint32_t status = 0;
     auto failed = device ? device->ModemStatus(status)
                          : MaybeFailure(ClosedDeviceFailure("GetCommModemStatus"));
-    if (failed) return Table().Fail("CommReadCD", *failed);
+    if (failed) return Fail("CommReadCD", *failed);
     state = (status & static_cast<std::uint16_t>(mask)) != 0;
     return 0;
 }
 
-std::int32_t CommSetLine(int port, std::int16_t line, std::int16_t state) {
+std::int32_t PortTable::CommSetLine(int port, std::int16_t line, std::int16_t state) {
     SerialDevice* device = DeviceOrNull(port);
     const bool on = state != 0;
     LineFunction function = LineFunction::kNone;
@@ -179,30 +155,30 @@ std::int32_t CommSetLine(int port, std::int16_t line, std::int16_t state) {
     }
     auto failed =
         device ? device->Escape(function) : MaybeFailure(ClosedDeviceFailure("EscapeCommFunction"));
-    return failed ? Table().Fail("CommSetLine", *failed) : 0;
+    return failed ? Fail("CommSetLine", *failed) : 0;
 }
 
-std::int32_t CommSet(int port, const std::string& settings) {
+std::int32_t PortTable::CommSet(int port, const std::string& settings) {
     SerialDevice* device = DeviceOrNull(port);
     auto failed = device ? device->ApplySettings(settings)
                          : MaybeFailure(ClosedDeviceFailure("GetCommState"));
-    return failed ? Table().Fail("CommSet", *failed) : 0;
+    return failed ? Fail("CommSet", *failed) : 0;
 }
 
-std::int32_t CommFlush(int port) {
+std::int32_t PortTable::CommFlush(int port) {
     SerialDevice* device = DeviceOrNull(port);
     auto failed = device ? device->Purge() : MaybeFailure(ClosedDeviceFailure("PurgeComm"));
-    return failed ? Table().Fail("CommFlush", *failed) : 0;
+    return failed ? Fail("CommFlush", *failed) : 0;
 }
 
-std::int32_t CommGetError(std::string& text) {
-    const CommErrorRecord& error = Table().error();
+std::int32_t PortTable::CommGetError(std::string& text) const {
+    const CommErrorRecord& error = error_;
     text =
         "Error (" + std::to_string(error.number) + "): " + error.source + " - " + error.description;
     return error.number;
 }
 
-bool CommWaitReadable(int port, int milliseconds) {
+bool PortTable::CommWaitReadable(int port, int milliseconds) {
     if (milliseconds < 0) return false;
     SerialDevice* device = DeviceOrNull(port);
     if (device == nullptr) {
@@ -213,7 +189,5 @@ bool CommWaitReadable(int port, int milliseconds) {
     }
     return device->WaitReadable(std::chrono::milliseconds(milliseconds));
 }
-
-const CommErrorRecord& LastCommError() { return Table().error(); }
 
 }  // namespace corvid::serial

@@ -1,17 +1,14 @@
 // Opening and closing the port, and one command exchange: status request, framed block,
 // the printer's answer, re-sending after NAK.
+#include "session/exchange.h"
+
 #include <cstdio>
 
 #include "automation/clock.h"
-#include "automation/conversions.h"
 #include "automation/variant.h"
 #include "automation/vb_error.h"
-#include "host/trace_log.h"
 #include "host/user_prompts.h"
-#include "preview/quick_view.h"
 #include "session/framing.h"
-#include "session/printer_fiscal.h"
-#include "session/process_state.h"
 #include "session/status_texts.h"
 
 namespace corvid::session {
@@ -33,99 +30,76 @@ std::string Byte(int code) { return std::string(1, static_cast<char>(code)); }
 
 }  // namespace
 
-void PrinterFiscal::Abrir(std::int16_t portNumber) {
-    if (testMode_) {
-        preview_ = std::make_shared<preview::lfQuickView>();
-        return;
-    }
-    if (port_ != 0) {
-        line_->Close(port_);
-        port_ = 0;
-    }
-    port_ = portNumber;
+Exchange::Exchange(std::shared_ptr<SerialLine> line, host::TraceLog& trace,
+                   ExchangeSettings settings)
+    : line_(std::move(line)), trace_(trace), settings_(settings) {}
+
+void Exchange::Open(std::int16_t port) {
+    Close();
+    port_ = port;
     if (line_->Open(port_, "COM" + std::to_string(port_), kPortSettings) != 0) {
         throw automation::VbError(40001, "PrinterFiscal.Abrir", line_->ErrorText());
     }
-    line_->SetLine(port_, kLineRts, 0);
-    line_->SetLine(port_, kLineDtr, 1);
-    GetStatus();
-    if (SerialPrinter.empty()) {
-        SerialPrinter = SerialFromStatusS1();
-        SessionProcess().lastSerial = SerialPrinter;
-    }
 }
 
-void PrinterFiscal::Cerrar() {
-    if (testMode_) {
-        if (preview_) preview_->ShowModal();
-        return;
-    }
+void Exchange::Close() {
     if (port_ != 0) {
         line_->Close(port_);
         port_ = 0;
     }
-    auto& trace = host::TraceLog::Process();
-    if (trace.IsDebug()) {
-        if (auto view = trace.debug_view()) view->ShowModal();
-    }
 }
 
-bool PrinterFiscal::AbrirGaveta() {
-    // True on failure: hosts test it that way round.
-    return Execute("w") != 0;
+void Exchange::PrepareLines() {
+    line_->SetLine(port_, kLineRts, 0);
+    line_->SetLine(port_, kLineDtr, 1);
 }
 
-void PrinterFiscal::SendDirect(std::string_view sCommand) {
-    if (testMode_) {
-        if (preview_) preview_->Add("SendDirect: " + session::EscapeString(sCommand), 0);
-        return;
-    }
-    const std::string block = session::BuildCommandBlock(sCommand);
-    Trace("SendDirect: -> " + session::EscapeString(sCommand));
+void Exchange::SendDirect(std::string_view command) {
+    const std::string block = session::BuildCommandBlock(command);
+    Trace("SendDirect: -> " + session::EscapeString(command));
     line_->Write(port_, block);
 }
 
-void PrinterFiscal::ExecuteNoCheck(std::string_view sCmd) {
-    Trace("ExecuteNoCheck: -> " + session::EscapeString(sCmd));
-    if (testMode_) {
-        if (preview_) preview_->Add(std::string(sCmd), 0);
-    } else if (port_ != 0) {
-        line_->Write(port_, session::BuildCommandBlock(sCmd));
+void Exchange::ExecuteNoCheck(std::string_view command) {
+    if (port_ != 0) {
+        line_->Write(port_, session::BuildCommandBlock(command));
     } else {
-        pfError = pfCommError;
-        DescripcionError = "PUERTO CERRADO";
+        SetOutcome(pfCommError, "PUERTO CERRADO");
     }
 }
 
-void PrinterFiscal::SendAck() {
+void Exchange::WriteAck() { line_->Write(port_, Byte(ACK)); }
+
+void Exchange::SendAck() {
     Trace("SendAck: -> [ACK]");
     line_->Write(port_, Byte(ACK));
     WaitForReply();
 }
 
-void PrinterFiscal::GetStatus() {
-    result.clear();
-    pfError = pfOk;
-    STS1 = 0;
-    STS2 = 0;
-    if (skipChecks_) return;
+void Exchange::GetStatus() {
+    outcome_.result.clear();
+    outcome_.pfError = pfOk;
+    outcome_.STS1 = 0;
+    outcome_.STS2 = 0;
+    if (settings_.skipChecks) return;
     Trace("GetStatus: -> [ENQ]");
     line_->Write(port_, Byte(ENQ));
     WaitForReply();
     if (ready_) {
-        if (result.size() >= 3) {
-            STS1 = static_cast<unsigned char>(result[1]);
-            STS2 = static_cast<unsigned char>(result[2]);
+        if (outcome_.result.size() >= 3) {
+            outcome_.STS1 = static_cast<unsigned char>(outcome_.result[1]);
+            outcome_.STS2 = static_cast<unsigned char>(outcome_.result[2]);
         }
-        result.clear();
+        outcome_.result.clear();
     } else {
-        pfError = pfCommError;
+        outcome_.pfError = pfCommError;
     }
-    Trace("GetStatus: <- pfError = " + std::to_string(pfError) + "; resultFlag = " +
-          std::to_string(resultFlag) + ", STS1=" + HexText(STS1) + ", STS2= " + HexText(STS2));
+    Trace("GetStatus: <- pfError = " + std::to_string(outcome_.pfError) +
+          "; resultFlag = " + std::to_string(outcome_.resultFlag) +
+          ", STS1=" + HexText(outcome_.STS1) + ", STS2= " + HexText(outcome_.STS2));
 }
 
-void PrinterFiscal::WaitForReply() {
+void Exchange::WaitForReply() {
     try {
         CollectReply();
     } catch (const automation::VbError& error) {
@@ -137,17 +111,16 @@ void PrinterFiscal::WaitForReply() {
     }
 }
 
-void PrinterFiscal::CollectReply() {
-    if (skipChecks_) {
-        pfError = pfOk;
-        DescripcionError = "NO_STATUS_CHECK";
-        resultFlag = ACK;
+void Exchange::CollectReply() {
+    if (settings_.skipChecks) {
+        SetOutcome(pfOk, "NO_STATUS_CHECK");
+        outcome_.resultFlag = ACK;
         return;
     }
     auto& clock = automation::CurrentClock();
-    result.clear();
+    outcome_.result.clear();
     const float t0 = clock.SecondsSinceMidnight();
-    Trace("WaitForReply t = " + Text(t0) + "; timeout = " + std::to_string(timeOut_));
+    Trace("WaitForReply t = " + Text(t0) + "; timeout = " + std::to_string(settings_.timeOut));
     ready_ = false;
     do {
         std::string chunk;
@@ -156,12 +129,12 @@ void PrinterFiscal::CollectReply() {
             const unsigned char first = static_cast<unsigned char>(chunk[0]);
             if (first == NAK) {
                 Trace(" <- NAK");
-                resultFlag = NAK;
+                outcome_.resultFlag = NAK;
                 return;
             }
             if (first == ACK) {
                 Trace(" <- ACK");
-                resultFlag = ACK;
+                outcome_.resultFlag = ACK;
                 return;
             }
             if (first == ENQ) {
@@ -172,68 +145,59 @@ void PrinterFiscal::CollectReply() {
             }
             std::size_t end = chunk.find(static_cast<char>(ETX));
             if (end != std::string::npos) {
-                resultFlag = ETX;
+                outcome_.resultFlag = ETX;
             } else if ((end = chunk.find(static_cast<char>(ETB))) != std::string::npos) {
-                resultFlag = ETB;
+                outcome_.resultFlag = ETB;
             } else if ((end = chunk.find(static_cast<char>(EOT))) != std::string::npos) {
-                resultFlag = ETX;
+                outcome_.resultFlag = ETX;
             }
             if (end != std::string::npos) {
                 const bool checkFollows = chunk[end] != static_cast<char>(EOT);
                 const bool checkInChunk = end + 1 < chunk.size();
                 chunk.resize(end + 1);
-                ready_ = resultFlag == ETB || resultFlag == ETX;
+                ready_ = outcome_.resultFlag == ETB || outcome_.resultFlag == ETX;
                 if (checkFollows && !checkInChunk) DiscardLateCheckByte();
             }
-            result += chunk;
+            outcome_.result += chunk;
             Trace("WaitForReply (ready = " + Text(ready_) + "): <-" +
-                  session::EscapeString(result));
+                  session::EscapeString(outcome_.result));
         }
         // Before midnight's wrap the elapsed time is negative and the wait goes on.
-        if (clock.SecondsSinceMidnight() - t0 >= static_cast<float>(timeOut_)) {
+        if (clock.SecondsSinceMidnight() - t0 >= static_cast<float>(settings_.timeOut)) {
             if (!ready_) Trace("TIMEOUT!");
             break;
         }
         if (!ready_) line_->WaitReadable(port_, kWaitSliceMs);
     } while (!ready_);
 
-    Trace("ResponseComplete: " + session::EscapeString(result));
+    Trace("ResponseComplete: " + session::EscapeString(outcome_.result));
     if (ready_) {
-        if (resultFlag == ENQ) {
-            pfError = pfPrinterError;
-            DescripcionError = "Comando no reconocido";
-        } else if (resultFlag == NAK) {
-            pfError = pfPrinterError;
-            DescripcionError = "Se recibi\xF3 NAK";
+        if (outcome_.resultFlag == ENQ) {
+            SetOutcome(pfPrinterError, "Comando no reconocido");
+        } else if (outcome_.resultFlag == NAK) {
+            SetOutcome(pfPrinterError, "Se recibi\xF3 NAK");
         } else {
-            pfError = pfOk;
-            DescripcionError = "Ok";
+            SetOutcome(pfOk, "Ok");
         }
     } else {
-        pfError = pfCommError;
+        outcome_.pfError = pfCommError;
         Trace("WaitForReply Failed... COMM ERROR?");
-        DescripcionError = "pfError de comunicacion";
+        outcome_.DescripcionError = "pfError de comunicacion";
     }
 }
 
 // A check byte that arrives in a read of its own would otherwise open the next reply
 // (and be taken for STS1 by the next status request); it is discarded like one that
 // arrives with its reply.
-void PrinterFiscal::DiscardLateCheckByte() {
+void Exchange::DiscardLateCheckByte() {
     if (!line_->WaitReadable(port_, kCheckByteWaitMs)) return;
     std::string check;
     if (line_->Read(port_, check, 1) > 0) Trace("<-" + session::EscapeString(check));
 }
 
-std::int16_t PrinterFiscal::Execute(std::string_view sCmd) {
-    Trace("Execute: -> " + session::EscapeString(sCmd));
-    if (testMode_) {
-        if (preview_) preview_->Add(std::string(sCmd), 0);
-        return static_cast<std::int16_t>(pfError);
-    }
+std::int16_t Exchange::Execute(std::string_view sCmd) {
     if (port_ == 0) {
-        pfError = pfCommError;
-        DescripcionError = "PUERTO CERRADO";
+        SetOutcome(pfCommError, "PUERTO CERRADO");
         return 1;
     }
     std::int32_t attempts = kAttempts;
@@ -241,7 +205,7 @@ std::int16_t PrinterFiscal::Execute(std::string_view sCmd) {
     do {
         done = true;
         GetStatus();
-        if (pfError == pfOk) {
+        if (outcome_.pfError == pfOk) {
             do {
                 --attempts;
                 const std::string block = session::BuildCommandBlock(sCmd);
@@ -252,24 +216,19 @@ std::int16_t PrinterFiscal::Execute(std::string_view sCmd) {
                           "; Expected = " + std::to_string(block.size()));
                 }
                 WaitForReply();
-            } while (resultFlag == NAK && attempts != 0);
-            if (pfError != pfOk) done = false;
+            } while (outcome_.resultFlag == NAK && attempts != 0);
+            if (outcome_.pfError != pfOk) done = false;
         } else {
             // A silent printer costs no attempt: the status request is simply repeated.
             done = false;
         }
     } while (!done && attempts > 0);
-    return static_cast<std::int16_t>(pfError);
+    return PfErrorAsInteger(outcome_);
 }
 
-std::string PrinterFiscal::explainSTS1() const { return ExplainStatus1(STS1); }
-std::string PrinterFiscal::explainSTS2() const { return ExplainStatus2(STS2); }
-
-std::int16_t PrinterFiscal::Reset() { return Execute("e"); }
-
-Fields PrinterFiscal::NextStatusBlock() {
-    line_->Write(port_, Byte(ACK));
-    return {};
+void Exchange::SetOutcome(std::int32_t error, const char* description) {
+    outcome_.pfError = error;
+    outcome_.DescripcionError = description;
 }
 
 }  // namespace corvid::session

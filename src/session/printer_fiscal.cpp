@@ -3,26 +3,21 @@
 #include <cmath>
 
 #include "automation/clock.h"
-#include "automation/conversions.h"
-#include "automation/format.h"
-#include "host/settings_store.h"
-#include "host/trace_log.h"
-#include "preview/quick_view.h"
+#include "host/library_settings.h"
+#include "records/status_s1_serial.h"
 #include "session/framing.h"
-#include "session/process_state.h"
-#include "session/session_settings.h"
+#include "session/process_serial_line.h"
+#include "session/status_texts.h"
 
 namespace corvid::session {
 
-SessionProcessState& SessionProcess() {
-    static SessionProcessState state;
-    return state;
-}
-
 PrinterFiscal::PrinterFiscal(std::shared_ptr<SerialLine> line)
-    : line_(line ? std::move(line) : ProcessSerialLine()) {
-    ReadSettingsAtCreation();
-}
+    : process_(Process()),
+      settings_(ReadSessionSettings(process_)),
+      exchange_(line ? std::move(line) : ProcessSerialLine(), process_.trace, settings_.exchange),
+      link_(settings_.testMode ? MakePreviewLink(exchange_)
+                               : MakePortLink(exchange_, process_.trace)),
+      amounts_([this] { return LoadFlag21(); }) {}
 
 PrinterFiscal::~PrinterFiscal() {
     try {
@@ -32,33 +27,10 @@ PrinterFiscal::~PrinterFiscal() {
     }
 }
 
-void PrinterFiscal::ReadSettingsAtCreation() {
-    if (auto v = ReadInt16Setting("TimeOut", 10)) timeOut_ = *v;
-    if (auto v = ReadInt16Setting("Retries", 3)) retries_ = *v;
-    skipChecks_ = ReadBoolSetting("SkipChecks", false);
-    SessionProcess().testMode = ReadBoolSetting("TestMode", false);
-    testMode_ = SessionProcess().testMode;
-    auto& trace = host::TraceLog::Process();
-    InstallDebugViewFactory();
-    trace.SetIsDebug(ReadBoolSetting("IsDebug", false));
-    trace.SetDebugInmediato(ReadBoolSetting("DebugInmediato", false));
-    if (auto v = ReadInt32Setting("ColumnasDescripcion", 28)) columnasDescripcion_ = *v;
-
-    // Rates "0", "1", ... until the first missing one; at most seven.
-    numTasas_ = 0;
-    while (numTasas_ < 7) {
-        const std::string text =
-            host::GetSettingString(kApplication, kRatesSection, std::to_string(numTasas_), "nil");
-        if (text == "nil") break;
-        tasas_[static_cast<std::size_t>(numTasas_)] = automation::Val(text);
-        ++numTasas_;
-    }
-}
-
 std::int32_t PrinterFiscal::tipoPrinter() const {
-    const std::int32_t configured = ReadInt32Setting("TipoPrinter", -1).value_or(-1);
+    const std::int32_t configured = host::ReadInt32Setting("TipoPrinter", -1).value_or(-1);
     if (configured >= 0) return configured;
-    const std::string prefix = SerialPrinter.substr(0, 3);
+    const std::string prefix = serialPrinter_.substr(0, 3);
     if (prefix == "Z6B") return DT230;
     if (prefix == "Z7A") return HKA112;
     if (prefix == "Z1F") return SRP812;
@@ -75,17 +47,94 @@ std::string PrinterFiscal::EscapeString(std::string_view text) const {
     return session::EscapeString(text);
 }
 
-std::int16_t PrinterFiscal::AnchoDireccion() const {
-    return ReadInt16Setting("AnchoDireccion", 40).value_or(40);
+void PrinterFiscal::Abrir(const PortNumber& portNumber) {
+    if (link_->Open(portNumber) && serialPrinter_.empty()) {
+        serialPrinter_ = records::SerialFromStatusS1(GetResponse("S1"));
+        process_.lastSerial = serialPrinter_;
+    }
 }
 
-std::int16_t PrinterFiscal::LineasDireccion() const {
-    return ReadInt16Setting("LineasDireccion", 10).value_or(10);
+void PrinterFiscal::Cerrar() { link_->Close(); }
+
+bool PrinterFiscal::AbrirGaveta() {
+    // True on failure: hosts test it that way round.
+    return Execute("w") != 0;
+}
+
+void PrinterFiscal::SendDirect(std::string_view sCommand) { link_->SendDirect(sCommand); }
+
+std::int16_t PrinterFiscal::Execute(std::string_view sCmd) {
+    Trace("Execute: -> " + session::EscapeString(sCmd));
+    return link_->Execute(sCmd);
+}
+
+void PrinterFiscal::ExecuteNoCheck(std::string_view sCmd) {
+    Trace("ExecuteNoCheck: -> " + session::EscapeString(sCmd));
+    link_->ExecuteNoCheck(sCmd);
+}
+
+void PrinterFiscal::SendAck() { exchange_.SendAck(); }
+
+void PrinterFiscal::GetStatus() { exchange_.GetStatus(); }
+
+std::string PrinterFiscal::explainSTS1() const { return ExplainStatus1(outcome().STS1); }
+std::string PrinterFiscal::explainSTS2() const { return ExplainStatus2(outcome().STS2); }
+
+std::int16_t PrinterFiscal::Reset() { return Execute("e"); }
+
+Fields PrinterFiscal::NextStatusBlock() {
+    exchange_.WriteAck();
+    return {};
+}
+
+Fields PrinterFiscal::GetResponse(std::string_view cmd) {
+    Trace("GetResponse: " + session::EscapeString(cmd));
+    return link_->GetResponse(cmd);
+}
+
+std::string PrinterFiscal::GetResponseString(std::string_view cmd, std::string_view sep) {
+    const std::string separator = sep.empty() ? std::string("\n") : std::string(sep);
+    std::string text;
+    for (const std::string& field : GetResponse(cmd)) text += separator + field;
+    return text;
+}
+
+std::vector<Fields> PrinterFiscal::GetMultipleResponses(std::string_view cmd) {
+    Trace("GetMultipleResponses: " + session::EscapeString(cmd));
+    std::vector<Fields> blocks{GetResponse(cmd)};
+    ReadFurtherBlocks(exchange_, blocks);
+    return blocks;
+}
+
+std::string PrinterFiscal::GetMultipleResponsesStr(std::string_view cmd,
+                                                   std::optional<std::string_view> itemSep,
+                                                   std::optional<std::string_view> rowSep) {
+    const std::string item =
+        itemSep ? std::string(*itemSep) : std::string(1, static_cast<char>(US));
+    const std::string row = rowSep ? std::string(*rowSep) : std::string(1, static_cast<char>(RS));
+    Fields rows;
+    for (const Fields& block : GetMultipleResponses(cmd)) rows.push_back(JoinFields(block, item));
+    return JoinFields(rows, row);
+}
+
+std::string PrinterFiscal::responseItem(std::int16_t selector, const Fields& s) {
+    if (selector < 0 || static_cast<std::size_t>(selector) >= s.size()) return "<nil>";
+    return s[static_cast<std::size_t>(selector)];
+}
+
+std::string PrinterFiscal::FormatPrecio(double value) {
+    return amounts_.Format(documents::AmountKind::kPrice, value);
+}
+std::string PrinterFiscal::FormatCantidad(double value) {
+    return amounts_.Format(documents::AmountKind::kQuantity, value);
+}
+std::string PrinterFiscal::FormatMedio(double value) {
+    return amounts_.Format(documents::AmountKind::kPayment, value);
 }
 
 void PrinterFiscal::Demora(std::int16_t n) {
     if (factorDelay_ == 0) {
-        factorDelay_ = static_cast<float>(ReadNumberSetting("FactorDelay", 0.3));
+        factorDelay_ = static_cast<float>(host::ReadNumberSetting("FactorDelay", 0.3));
     }
     const double seconds = n * static_cast<double>(factorDelay_);
     // Sleeping, not the clock loop a busy-wait would run: the printer needs the time,
@@ -96,82 +145,10 @@ void PrinterFiscal::Demora(std::int16_t n) {
     }
 }
 
-void PrinterFiscal::LoadFlag21() {
-    // The S3 record that carries flag 21 comes with the status records; until then the
-    // session keeps the f21 it has (0 on a new session, or what the host set).
-}
-
-namespace {
-
-struct AmountFormat {
-    std::int16_t digits;
-    std::int16_t decimals;
-};
-
-struct AmountSettings {
-    const char* digitsKey;
-    const char* decimalsKey;
-};
-
-AmountSettings SettingsOf(AmountKind kind) {
-    switch (kind) {
-        case AmountKind::kPrice:
-            return {"DigitosPrecio", "DecimalesPrecio"};
-        case AmountKind::kQuantity:
-            return {"DigitosCantidad", "DecimalesCantidad"};
-        case AmountKind::kPayment:
-            break;
-    }
-    return {"DigitosMedio", "DecimalesMedio"};
-}
-
-// The printer's default formats, chosen by its flag 21.
-AmountFormat FallbackFormat(AmountKind kind, std::int16_t flag21) {
-    struct Row {
-        std::int16_t flag;
-        AmountFormat price, quantity, payment;
-    };
-    static constexpr Row kRows[] = {
-        {2, {10, 3}, {8, 3}, {12, 2}},   {3, {10, 4}, {8, 3}, {12, 2}},
-        {11, {10, 1}, {8, 3}, {12, 1}},  {12, {10, 0}, {8, 3}, {12, 0}},
-        {30, {16, 2}, {17, 3}, {17, 2}},
-    };
-    Row row{0, {10, 2}, {8, 3}, {12, 2}};
-    for (const Row& candidate : kRows) {
-        if (candidate.flag == flag21) row = candidate;
-    }
-    switch (kind) {
-        case AmountKind::kPrice:
-            return row.price;
-        case AmountKind::kQuantity:
-            return row.quantity;
-        case AmountKind::kPayment:
-            break;
-    }
-    return row.payment;
-}
-
-}  // namespace
-
-std::string PrinterFiscal::FormatAmount(AmountKind kind, double value) {
-    const std::size_t slot = 2 * static_cast<std::size_t>(kind);
-    if (formatos_[slot] == 0) {
-        const AmountSettings keys = SettingsOf(kind);
-        formatos_[slot] = ReadInt16Setting(keys.digitsKey, -1).value_or(-1);
-        formatos_[slot + 1] = ReadInt16Setting(keys.decimalsKey, -1).value_or(-1);
-        if (formatos_[slot] < 0 || formatos_[slot + 1] < 0) {
-            LoadFlag21();
-            const AmountFormat fallback = FallbackFormat(kind, f21);
-            formatos_[slot] = fallback.digits;
-            formatos_[slot + 1] = fallback.decimals;
-        }
-    }
-    const double scaled = std::floor(value * std::pow(10.0, formatos_[slot + 1]) + 0.5);
-    return automation::Format(scaled, std::string(static_cast<std::size_t>(formatos_[slot]), '0'));
-}
-
-void PrinterFiscal::Trace(const std::string& message) const {
-    host::TraceLog::Process().Trace(message);
+std::int16_t PrinterFiscal::LoadFlag21() {
+    if (!s3_) s3_ = Response3();
+    f21_ = s3_->Flag(21);
+    return f21_;
 }
 
 }  // namespace corvid::session

@@ -1,9 +1,9 @@
-// The session a point-of-sale host holds: outcome of the last exchange, the open port,
-// the tuning values read from the settings at creation, and every member that talks to
-// the printer through the exchange engine.
+// The session a point-of-sale host holds. A thin façade: the exchange engine keeps the
+// outcome and the port, the link decides where commands go (the printer, or the preview
+// in test mode), response retrieval splits replies into fields, and the document
+// builders format amounts.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -11,20 +11,20 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/vb_error.h"
+#include "automation/currency.h"
+#include "automation/variant.h"
+#include "documents/amount_formats.h"
+#include "documents/customer_data.h"
+#include "documents/item_lines.h"
+#include "records/printer_response3.h"
 #include "session/control_values.h"
+#include "session/exchange.h"
+#include "session/printer_link.h"
+#include "session/process_state.h"
 #include "session/serial_line.h"
-
-namespace corvid::preview {
-class lfQuickView;
-}
+#include "session/session_settings.h"
 
 namespace corvid::session {
-
-// Which amount a document command formats; each has its own settings and fallbacks.
-enum class AmountKind { kPrice, kQuantity, kPayment };
-
-using Fields = std::vector<std::string>;
 
 class PrinterFiscal {
   public:
@@ -36,22 +36,15 @@ class PrinterFiscal {
     PrinterFiscal& operator=(const PrinterFiscal&) = delete;
 
     // Outcome of the last exchange, readable and writable by the host.
-    std::string result;
-    std::int32_t resultFlag = 0;
-    std::int32_t pfError = pfOk;
-    std::int32_t STS1 = 0;
-    std::int32_t STS2 = 0;
-    std::string DescripcionError;
-    std::string SerialPrinter;
-    std::int16_t f21 = 0;
+    ExchangeOutcome& outcome() { return exchange_.outcome(); }
+    const ExchangeOutcome& outcome() const { return exchange_.outcome(); }
+    const std::string& SerialPrinter() const { return serialPrinter_; }
+    void SetSerialPrinter(std::string serial) { serialPrinter_ = std::move(serial); }
+    std::int16_t f21() const { return f21_; }
+    void Setf21(std::int16_t value) { f21_ = value; }
 
-    // A host may write any 32-bit value into pfError; one beyond 16 bits raises overflow.
-    std::int16_t lError() const {
-        if (pfError < INT16_MIN || pfError > INT16_MAX) {
-            throw automation::VbError::Standard(automation::vb_errors::kOverflow);
-        }
-        return static_cast<std::int16_t>(pfError);
-    }
+    // pfError as a 16-bit integer; overflow (error 6) beyond that.
+    std::int16_t lError() const { return PfErrorAsInteger(outcome()); }
     std::int16_t lStatus() const { return 0; }
     // The printer model: the "TipoPrinter" setting when 0 or more, else the serial prefix.
     std::int32_t tipoPrinter() const;
@@ -61,8 +54,11 @@ class PrinterFiscal {
     std::int16_t CalcXOr(std::string_view text) const;
     std::string EscapeString(std::string_view text) const;
 
-    // Session.
-    void Abrir(std::int16_t portNumber);
+    // Session. `portNumber` is converted only when a port is opened.
+    void Abrir(const PortNumber& portNumber);
+    void Abrir(std::int16_t port) {
+        Abrir([port] { return port; });
+    }
     void Cerrar();
     bool AbrirGaveta();
     void SendDirect(std::string_view sCommand);
@@ -85,54 +81,116 @@ class PrinterFiscal {
                                         std::optional<std::string_view> rowSep = std::nullopt);
     static std::string responseItem(std::int16_t selector, const Fields& s);
 
-    // Digit strings with implied decimals for the document commands.
-    std::string FormatPrecio(double value) { return FormatAmount(AmountKind::kPrice, value); }
-    std::string FormatCantidad(double value) { return FormatAmount(AmountKind::kQuantity, value); }
-    std::string FormatMedio(double value) { return FormatAmount(AmountKind::kPayment, value); }
-    std::string FormatAmount(AmountKind kind, double value);
+    // Item lines. A negative quantity sends nothing and returns pfClientError.
+    std::int16_t PasarItem(std::string_view descripcion, automation::Currency precio,
+                           double cantidad, double impuesto);
+    std::int16_t RefundItem(std::string_view descripcion, automation::Currency precio,
+                            double cantidad, double impuesto);
+    std::int16_t AnularItem(std::string_view descripcion, automation::Currency precio,
+                            double cantidad, double impuesto);
+    std::int16_t PasarLineaFactura(std::string_view descripcion, automation::Currency precio,
+                                   double cantidad, double impuesto);
+    std::int16_t detalleGeneral(std::string_view tipo, std::string_view descripcion,
+                                automation::Currency precio, double cantidad, double impuesto,
+                                std::string_view codigo = {});
+    // The rate index of a tax percentage: the configured rates, then the printer's.
+    std::int16_t IndiceTasa(double tasa);
 
-    // Address limits for customer data, read on every call.
-    std::int16_t AnchoDireccion() const;
-    std::int16_t LineasDireccion() const;
+    // Customer data; each returns pfError after the last command sent.
+    std::int32_t PasarDatosCliente(std::string_view nombre, std::string_view rif,
+                                   std::string_view direccion,
+                                   std::optional<std::string> datosFactRel = std::nullopt,
+                                   std::optional<std::string> serialPrinter = std::nullopt,
+                                   std::optional<automation::Variant> fechaFactura = std::nullopt);
+    std::int32_t PasarDatosClienteNC(std::string_view nombre, std::string_view rif,
+                                     std::string_view direccion, std::string_view datosFactRel,
+                                     std::string_view serialPrinter,
+                                     const automation::Variant& fechaFactura);
+    std::int32_t IniciarFactura(std::string_view nombre, std::string_view rif,
+                                std::string_view direccion);
+    std::int32_t PasarDatosClientePA(std::string_view nombre, std::string_view rif,
+                                     std::string_view direccion,
+                                     std::string_view datosFactRel = {});
+    std::int32_t PasarDatosClienteNCPA(std::string_view nombre, std::string_view rif,
+                                       std::string_view direccion, std::string_view datosFactRel);
+
+    // Totals and closing. The Booleans are True on failure, as hosts read them.
+    bool SubTotal(bool doPrint = true);
+    bool PasarDescuento(double porcentaje);
+    bool PasarMontoDescuento(automation::Currency monto);
+    std::int16_t descuentoGeneral(bool isPorcentaje, bool isDescuento, double valor);
+    std::int16_t CerrarComprobante(automation::Currency monto = {});
+    std::int16_t CerrarConMedio(double indiceMedio, automation::Currency monto);
+    std::int16_t CerrarNotaCredito();
+    std::int16_t CerrarNotaCreditoConMedio(double indiceMedio, automation::Currency monto);
+    std::int16_t CerrarDevolucion(double medioPago, automation::Currency montoDevuelto);
+    std::int16_t CancelarTransaccion();
+
+    // Non-fiscal text, reports and configuration.
+    std::int16_t PrintNoFiscal(std::string_view texto, bool cerrar);
+    std::int16_t ReporteDiario(std::string_view rango, std::string_view tipo);
+    std::int16_t SetHeader(const automation::Variant& linea, std::string_view texto);
+    std::int16_t SetFooter(std::int32_t linea, std::string_view texto);
+    std::int16_t SetDate(const automation::Variant& fecha);
+    std::int16_t SetTime(const automation::Variant& hora);
+    std::int16_t Login(const automation::Variant& cajero);
+    std::int16_t Logoff();
+    std::int16_t StartTraining();
+    std::int16_t EndTraining();
+    std::int16_t setFlag(const automation::Variant& flag, const automation::Variant& value);
+    void reimprimirDocumentos(std::string_view cmd, const automation::Variant& desde,
+                              const automation::Variant& hasta);
+    void reimprimirFactura(const automation::Variant& numero);
+
+    // The "S3" record: rates and printer flags; a substitute in test mode or on failure.
+    std::shared_ptr<records::PrinterResponse3> Response3();
+    std::shared_ptr<records::PrinterResponse3> StatusS3() { return Response3(); }
+    // The cached S3 record, loaded on first need; a host may replace it.
+    std::shared_ptr<records::PrinterResponse3> s3() const { return s3_; }
+    void Sets3(std::shared_ptr<records::PrinterResponse3> record) { s3_ = std::move(record); }
+
+    // Digit strings with implied decimals for the document commands.
+    std::string FormatPrecio(double value);
+    std::string FormatCantidad(double value);
+    std::string FormatMedio(double value);
+
     // Waits n delay units of "FactorDelay" seconds, sleeping.
     void Demora(std::int16_t n);
 
     // Read-only views of the state read at creation (for tests and tools).
-    std::int16_t port() const { return port_; }
-    bool skipChecks() const { return skipChecks_; }
-    std::int16_t timeOut() const { return timeOut_; }
-    std::int16_t retries() const { return retries_; }
-    bool testMode() const { return testMode_; }
-    bool ready() const { return ready_; }
-    std::int32_t columnasDescripcion() const { return columnasDescripcion_; }
-    const std::array<double, 8>& tasas() const { return tasas_; }
-    std::int16_t numTasas() const { return numTasas_; }
-    preview::lfQuickView* preview() const { return preview_.get(); }
+    std::int16_t port() const { return exchange_.port(); }
+    bool skipChecks() const { return settings_.exchange.skipChecks; }
+    std::int16_t timeOut() const { return settings_.exchange.timeOut; }
+    std::int16_t retries() const { return settings_.retries; }
+    bool testMode() const { return settings_.testMode; }
+    bool ready() const { return exchange_.ready(); }
+    std::int32_t columnasDescripcion() const { return settings_.columnasDescripcion; }
+    const std::array<double, 8>& tasas() const { return settings_.tasas; }
+    std::int16_t numTasas() const { return settings_.numTasas; }
+    preview::lfQuickView* preview() const { return link_->preview(); }
 
   private:
-    void ReadSettingsAtCreation();
-    void LoadFlag21();
-    void WaitForReply();
-    void CollectReply();
-    void DiscardLateCheckByte();
-    // The printer's serial number from its "S1" status record; empty when unavailable.
-    std::string SerialFromStatusS1();
-    void Trace(const std::string& message) const;
+    std::int16_t LoadFlag21();
+    std::int16_t SendItem(documents::ItemKind kind, std::string_view descripcion,
+                          automation::Currency precio, double cantidad, double impuesto);
+    // Sends the commands in order and stops at the first failure, showing `DescripcionError`
+    // (after the step's prefix) in a message box; returns pfError.
+    std::int32_t SendSeries(const std::vector<std::string>& commands);
+    std::int32_t SendSteps(const documents::StepCommands& commands, const std::string& method);
+    std::string PaymentField(automation::Currency amount);
+    // Status requests with "TestMode" or "SkipChecks" on give substitutes.
+    bool Substituting() const { return settings_.testMode || settings_.exchange.skipChecks; }
+    void Trace(const std::string& message) { process_.trace.Trace(message); }
 
-    std::shared_ptr<SerialLine> line_;
-    std::int16_t port_ = 0;
-    bool skipChecks_ = false;
-    std::int16_t timeOut_ = 10;
-    std::int16_t retries_ = 3;
-    bool ready_ = false;
-    std::int32_t columnasDescripcion_ = 28;
-    std::array<double, 8> tasas_{};
-    std::int16_t numTasas_ = 0;
-    bool testMode_ = false;
+    ProcessState& process_;
+    SessionSettings settings_;
+    Exchange exchange_;
+    std::unique_ptr<PrinterLink> link_;
+    documents::AmountFormats amounts_;
+    std::string serialPrinter_;
+    std::int16_t f21_ = 0;
+    std::shared_ptr<records::PrinterResponse3> s3_;
     float factorDelay_ = 0;
-    std::shared_ptr<preview::lfQuickView> preview_;
-    // Digits and decimals of price, quantity and payment; 0 until first use.
-    std::array<std::int16_t, 6> formatos_{};
 };
 
 }  // namespace corvid::session

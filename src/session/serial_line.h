@@ -28,7 +28,4 @@ class SerialLine {
     virtual std::string ErrorText() = 0;
 };
 
-// The process-wide port table as a SerialLine.
-std::shared_ptr<SerialLine> ProcessSerialLine();
-
 }  // namespace corvid::session

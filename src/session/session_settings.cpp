@@ -1,36 +1,34 @@
 #include "session/session_settings.h"
 
 #include "automation/conversions.h"
-#include "automation/currency.h"
-#include "automation/vb_error.h"
+#include "host/library_settings.h"
 #include "host/settings_store.h"
+#include "session/process_state.h"
 
 namespace corvid::session {
 
-double ReadNumberSetting(const std::string& key, double fallback) {
-    return host::GetSettingNumber(kApplication, kSessionSection, key,
-                                  automation::Currency::FromDouble(fallback))
-        .ToDouble();
-}
+SessionSettings ReadSessionSettings(ProcessState& process) {
+    using host::ReadBoolSetting;
+    using host::ReadInt16Setting;
+    SessionSettings s;
+    // A value that does not fit leaves the default in place.
+    if (auto v = ReadInt16Setting("TimeOut", 10)) s.exchange.timeOut = *v;
+    if (auto v = ReadInt16Setting("Retries", 3)) s.retries = *v;
+    s.exchange.skipChecks = ReadBoolSetting("SkipChecks", false);
+    process.testMode = ReadBoolSetting("TestMode", false);
+    s.testMode = process.testMode;
+    process.trace.SetIsDebug(ReadBoolSetting("IsDebug", false));
+    process.trace.SetDebugInmediato(ReadBoolSetting("DebugInmediato", false));
+    if (auto v = host::ReadInt32Setting("ColumnasDescripcion", 28)) s.columnasDescripcion = *v;
 
-std::optional<std::int16_t> ReadInt16Setting(const std::string& key, double fallback) {
-    try {
-        return automation::CInt(ReadNumberSetting(key, fallback));
-    } catch (const automation::VbError&) {
-        return std::nullopt;
+    while (s.numTasas < 7) {
+        const std::string text = host::GetSettingString(host::kApplication, host::kRatesSection,
+                                                        std::to_string(s.numTasas), "nil");
+        if (text == "nil") break;
+        s.tasas[static_cast<std::size_t>(s.numTasas)] = automation::Val(text);
+        ++s.numTasas;
     }
-}
-
-std::optional<std::int32_t> ReadInt32Setting(const std::string& key, double fallback) {
-    try {
-        return automation::CLng(ReadNumberSetting(key, fallback));
-    } catch (const automation::VbError&) {
-        return std::nullopt;
-    }
-}
-
-bool ReadBoolSetting(const std::string& key, bool fallback) {
-    return host::GetSettingBool(kApplication, kSessionSection, key, fallback);
+    return s;
 }
 
 }  // namespace corvid::session

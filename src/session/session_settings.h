@@ -1,21 +1,28 @@
-// Typed readers of the session's settings (application "ORV"), with the narrowing rules
-// the session applies: a value that does not fit leaves the caller's field as it was.
+// The settings a session reads once, when it is created, in their fixed order. Reading
+// them also sets the process-wide copies of "TestMode", "IsDebug" and "DebugInmediato".
 #pragma once
 
+#include <array>
 #include <cstdint>
-#include <optional>
-#include <string>
+
+#include "session/exchange.h"
 
 namespace corvid::session {
 
-inline constexpr const char* kApplication = "ORV";
-inline constexpr const char* kSessionSection = "Config\\NimbusPF";
-inline constexpr const char* kRatesSection = "Config\\NimbusPF\\Tasas";
+struct ProcessState;
 
-// Numeric setting rounded half to even to 16 or 32 bits; nullopt when it overflows.
-std::optional<std::int16_t> ReadInt16Setting(const std::string& key, double fallback);
-std::optional<std::int32_t> ReadInt32Setting(const std::string& key, double fallback);
-double ReadNumberSetting(const std::string& key, double fallback);
-bool ReadBoolSetting(const std::string& key, bool fallback);
+struct SessionSettings {
+    ExchangeSettings exchange;
+    // Read and kept; the exchange uses its own fixed count of attempts.
+    std::int16_t retries = 3;
+    bool testMode = false;
+    // Width of an item description in characters.
+    std::int32_t columnasDescripcion = 28;
+    // Tax rates "0", "1", ... up to the first missing one; at most seven.
+    std::array<double, 8> tasas{};
+    std::int16_t numTasas = 0;
+};
+
+SessionSettings ReadSessionSettings(ProcessState& process);
 
 }  // namespace corvid::session

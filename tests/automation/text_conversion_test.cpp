@@ -2,6 +2,7 @@
 
 #include "automation/conversions.h"
 #include "automation/locale_format.h"
+#include "automation/variant.h"
 #include "automation/vb_error.h"
 #include "support/vb_error_testing.h"
 
@@ -72,7 +73,7 @@ TEST_F(TextConversionTest, CDblNeedsTheWholeTextToBeANumber) {
     EXPECT_EQ(ErrorNumberOf([] { CDbl(",5"); }), 13);
 }
 
-TEST_F(TextConversionTest, CDblFollowsTheLocaleDecimalSymbol) {
+TEST_F(TextConversionTest, CDblAndCStrFollowTheLocaleDecimalSymbol) {
     LocaleFormat comma;
     comma.decimal_symbol = ",";
     comma.thousands_separator = ".";
@@ -80,6 +81,11 @@ TEST_F(TextConversionTest, CDblFollowsTheLocaleDecimalSymbol) {
     EXPECT_EQ(CDbl("7,5"), 7.5);
     EXPECT_EQ(CDbl("1.234,5"), 1234.5);
     EXPECT_EQ(Val("7,5"), 7);  // Val does not follow the locale
+    // The trace writes the clock this way: "43200,5" on a Spanish-locale Windows.
+    EXPECT_EQ(CStr(Variant(43200.5f)), "43200,5");
+    EXPECT_EQ(CStr(Variant(-0.25)), "-0,25");
+    EXPECT_EQ(CStr(Variant(Currency::FromDouble(2.5))), "2,5");
+    EXPECT_EQ(CStr(Variant(1.5e20)), "1,5E+20");
 }
 
 TEST_F(TextConversionTest, CBoolText) {

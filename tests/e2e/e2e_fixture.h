@@ -6,9 +6,9 @@
 
 #include <memory>
 
+#include "host/library_settings.h"
 #include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
-#include "session/session_settings.h"
 #include "sim/simulator.h"
 #include "support/memory_settings_source.h"
 
@@ -33,7 +33,7 @@ class SessionOnSimulator : public ::testing::Test {
     }
 
     void Set(const std::string& key, const std::string& value) {
-        settings_->SetIniValue(session::kApplication, session::kSessionSection, key, value);
+        settings_->SetIniValue(host::kApplication, host::kSessionSection, key, value);
     }
     // Opens a session created from the settings set so far and forgets the opening traffic.
     session::PrinterFiscal& Open() {

@@ -18,7 +18,7 @@ TEST(StreamUserPrompts, WritesTitleAndTextAndAnswersWithoutWaiting) {
     EXPECT_EQ(prompts.InputBox("Texto:", "Buscar", "previo"), "previo");
     const std::string text = out.str();
     EXPECT_NE(text.find("modComm\nImposible abrir\n"), std::string::npos);
-    EXPECT_NE(text.find("Desea emitirlo"), std::string::npos);
+    EXPECT_NE(text.find("PrinterFiscalCorvid\nDesea emitirlo"), std::string::npos);
     EXPECT_NE(text.find("Buscar\nTexto:"), std::string::npos);
 }
 

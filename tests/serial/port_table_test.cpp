@@ -32,7 +32,7 @@ class PortTableTest : public test_support::SerialTest {
     }
     ~PortTableTest() override {
         SetPortDevice(kMissingPort, "");
-        CommClose(kMissingPort);
+        ports_.CommClose(kMissingPort);
         std::filesystem::remove(dump_path_);
     }
 
@@ -45,42 +45,42 @@ TEST_F(PortTableTest, PortNumbersOutside1To99AreSubscriptErrors) {
     std::string data;
     bool state = false;
     for (int port : {0, 100, -1}) {
-        EXPECT_EQ(ErrorNumberOf([&] { CommOpen(port, "COM1", "baud=9600"); }), 9) << port;
-        EXPECT_EQ(ErrorNumberOf([&] { CommClose(port); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommRead(port, data, 4096); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommWrite(port, "x"); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommReadCD(port, 0x80, state); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommSetLine(port, 2, 1); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommSet(port, "baud=9600"); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommFlush(port); }), 9);
-        EXPECT_EQ(ErrorNumberOf([&] { CommWaitReadable(port, 0); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommOpen(port, "COM1", "baud=9600"); }), 9) << port;
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommClose(port); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommRead(port, data, 4096); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommWrite(port, "x"); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommReadCD(port, 0x80, state); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommSetLine(port, 2, 1); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommSet(port, "baud=9600"); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommFlush(port); }), 9);
+        EXPECT_EQ(ErrorNumberOf([&] { ports_.CommWaitReadable(port, 0); }), 9);
     }
-    EXPECT_EQ(ErrorNumberOf([&] { CommClose(99); }), 0);
-    EXPECT_EQ(ErrorNumberOf([&] { CommClose(1); }), 0);
+    EXPECT_EQ(ErrorNumberOf([&] { ports_.CommClose(99); }), 0);
+    EXPECT_EQ(ErrorNumberOf([&] { ports_.CommClose(1); }), 0);
 }
 
 TEST_F(PortTableTest, CallsOnAPortThatIsNotOpenFailAsOnABadHandle) {
     std::string data = "stale";
-    EXPECT_EQ(CommRead(42, data, 4096), -1);
+    EXPECT_EQ(ports_.CommRead(42, data, 4096), -1);
     EXPECT_EQ(data, "");
-    EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
-    EXPECT_NE(LastCommError().number, 0);
-    EXPECT_THAT(LastCommError().description, HasSubstr("  COMM Error Flags = 0"));
+    EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
+    EXPECT_NE(ports_.LastCommError().number, 0);
+    EXPECT_THAT(ports_.LastCommError().description, HasSubstr("  COMM Error Flags = 0"));
 
-    EXPECT_EQ(CommWrite(42, "ABC"), -1);
-    EXPECT_EQ(LastCommError().source, "CommWrite (WriteFile)");
-    EXPECT_THAT(LastCommError().description, HasSubstr("  COMM Error Flags = "));
+    EXPECT_EQ(ports_.CommWrite(42, "ABC"), -1);
+    EXPECT_EQ(ports_.LastCommError().source, "CommWrite (WriteFile)");
+    EXPECT_THAT(ports_.LastCommError().description, HasSubstr("  COMM Error Flags = "));
 
-    EXPECT_NE(CommFlush(42), 0);
-    EXPECT_EQ(LastCommError().source, "CommFlush (PurgeComm)");
-    EXPECT_EQ(LastCommError().description.find("COMM Error Flags"), std::string::npos);
-    EXPECT_FALSE(CommWaitReadable(42, 0));
-    EXPECT_EQ(CommClose(42), 0);
+    EXPECT_NE(ports_.CommFlush(42), 0);
+    EXPECT_EQ(ports_.LastCommError().source, "CommFlush (PurgeComm)");
+    EXPECT_EQ(ports_.LastCommError().description.find("COMM Error Flags"), std::string::npos);
+    EXPECT_FALSE(ports_.CommWaitReadable(42, 0));
+    EXPECT_EQ(ports_.CommClose(42), 0);
 
     // Waiting on a port that is not open lets the time pass, so a caller that waits in a
     // loop for a reply does not spin.
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(CommWaitReadable(42, 60));
+    EXPECT_FALSE(ports_.CommWaitReadable(42, 60));
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(55));
 }
 
@@ -88,52 +88,53 @@ TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {
     int yields = 0;
     auto previous = host::SetHostYieldHook([&] { ++yields; });
     std::string data;
-    CommRead(42, data, 4096);
+    ports_.CommRead(42, data, 4096);
     EXPECT_EQ(yields, 1);
-    CommWrite(42, "ABC");
+    ports_.CommWrite(42, "ABC");
     EXPECT_EQ(yields, 2);
-    CommFlush(42);
+    ports_.CommFlush(42);
     EXPECT_EQ(yields, 2);
     host::SetHostYieldHook(previous);
 }
 
 TEST_F(PortTableTest, OpeningAMissingDeviceReportsTheCreateFileStep) {
     ConfigureDump("0", "");
-    const std::int32_t number = CommOpen(kMissingPort, "COM98", "baud=9600 parity=E data=8 stop=1");
+    const std::int32_t number =
+        ports_.CommOpen(kMissingPort, "COM98", "baud=9600 parity=E data=8 stop=1");
     EXPECT_GT(number, 0);
-    const CommErrorRecord& error = LastCommError();
+    const CommErrorRecord& error = ports_.LastCommError();
     EXPECT_EQ(error.number, number);
     EXPECT_EQ(error.source, "CommOpen (CreateFile)");
     EXPECT_FALSE(error.description.empty());
 
     std::string text;
-    EXPECT_EQ(CommGetError(text), number);
+    EXPECT_EQ(ports_.CommGetError(text), number);
     EXPECT_EQ(text, "Error (" + std::to_string(number) + "): CommOpen (CreateFile) - " +
                         error.description);
     // Nothing stays open: the next attempt fails the same way, not with "Port in use.".
-    EXPECT_EQ(CommOpen(kMissingPort, "COM98", "baud=9600"), number);
+    EXPECT_EQ(ports_.CommOpen(kMissingPort, "COM98", "baud=9600"), number);
 }
 
 TEST_F(PortTableTest, FailedOpenOpensTheDumpFileWhenDebugIsOn) {
     ConfigureDump("1", dump_path_.string());
-    CommOpen(kMissingPort, "COM98", "baud=9600");
-    EXPECT_TRUE(PortDump::Process().enabled());
+    ports_.CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_TRUE(ports_.dump().enabled());
     EXPECT_TRUE(std::filesystem::exists(dump_path_));
     EXPECT_TRUE(prompts_->prompts().empty());
 }
 
 TEST_F(PortTableTest, DumpStaysOffWhenDebugIsZero) {
     ConfigureDump("0", dump_path_.string());
-    CommOpen(kMissingPort, "COM98", "baud=9600");
-    EXPECT_FALSE(PortDump::Process().enabled());
+    ports_.CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_FALSE(ports_.dump().enabled());
     EXPECT_FALSE(std::filesystem::exists(dump_path_));
 }
 
 TEST_F(PortTableTest, DumpFileThatCannotBeOpenedIsReportedAndLeavesDumpingOff) {
     const std::string name = (dump_path_.parent_path() / "no-such-folder" / "dump.txt").string();
     ConfigureDump("1", name);
-    CommOpen(kMissingPort, "COM98", "baud=9600");
-    EXPECT_FALSE(PortDump::Process().enabled());
+    ports_.CommOpen(kMissingPort, "COM98", "baud=9600");
+    EXPECT_FALSE(ports_.dump().enabled());
     ASSERT_EQ(prompts_->prompts().size(), 1u);
     const host::RecordedPrompt& prompt = prompts_->prompts()[0];
     EXPECT_EQ(prompt.title, "modComm");

@@ -18,20 +18,22 @@ using std::chrono::steady_clock;
 constexpr const char* kSettings = "baud=9600 parity=E data=8 stop=1";
 
 TEST(Win32SerialPorts, MissingComPortFailsAtCreateFileWithTheSystemMessage) {
-    const std::int32_t number = CommOpen(97, "COM97", kSettings);
+    PortTable ports_;
+    const std::int32_t number = ports_.CommOpen(97, "COM97", kSettings);
     EXPECT_TRUE(number == ERROR_FILE_NOT_FOUND || number == ERROR_PATH_NOT_FOUND) << number;
-    EXPECT_EQ(LastCommError().source, "CommOpen (CreateFile)");
+    EXPECT_EQ(ports_.LastCommError().source, "CommOpen (CreateFile)");
     // The system's own text, without the line break it ends with.
-    EXPECT_FALSE(LastCommError().description.empty());
-    EXPECT_EQ(LastCommError().description.find("System error"), std::string::npos);
-    EXPECT_EQ(LastCommError().description.find('\n'), std::string::npos);
+    EXPECT_FALSE(ports_.LastCommError().description.empty());
+    EXPECT_EQ(ports_.LastCommError().description.find("System error"), std::string::npos);
+    EXPECT_EQ(ports_.LastCommError().description.find('\n'), std::string::npos);
 }
 
 TEST(Win32SerialPorts, CallsOnAClosedPortReportTheInvalidHandle) {
+    PortTable ports_;
     std::string data;
-    EXPECT_EQ(CommRead(96, data, 4096), -1);
-    EXPECT_EQ(LastCommError().number, ERROR_INVALID_HANDLE);
-    EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
+    EXPECT_EQ(ports_.CommRead(96, data, 4096), -1);
+    EXPECT_EQ(ports_.LastCommError().number, ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
 }
 
 TEST(Win32MessagePump, YieldDispatchesEveryQueuedMessage) {
@@ -123,8 +125,8 @@ class WineCableTest : public test_support::SerialTest {
         bool host_open = false;
         while (steady_clock::now() < deadline) {
             if (!host_open) {
-                host_open = CommOpen(host_, host_name, kSettings) == 0;
-                if (!host_open) CommClose(host_);
+                host_open = ports_.CommOpen(host_, host_name, kSettings) == 0;
+                if (!host_open) ports_.CommClose(host_);
             }
             if (host_open && printer_ == INVALID_HANDLE_VALUE) {
                 printer_ = CreateFileA(printer_name.c_str(), GENERIC_READ | GENERIC_WRITE, 0,
@@ -133,12 +135,12 @@ class WineCableTest : public test_support::SerialTest {
             if (printer_ != INVALID_HANDLE_VALUE) break;
             Sleep(20);
         }
-        ASSERT_TRUE(host_open) << "COM" << host_ << ": " << LastCommError().description;
+        ASSERT_TRUE(host_open) << "COM" << host_ << ": " << ports_.LastCommError().description;
         ASSERT_NE(printer_, INVALID_HANDLE_VALUE) << printer_name << ": " << GetLastError();
     }
 
     void TearDown() override {
-        if (host_ != 0) CommClose(host_);
+        if (host_ != 0) ports_.CommClose(host_);
         ClosePrinterEnd();
     }
 
@@ -158,9 +160,9 @@ class WineCableTest : public test_support::SerialTest {
     std::string HostReceives(std::size_t expected) {
         std::string got;
         for (int i = 0; i < 100 && got.size() < expected; ++i) {
-            if (!CommWaitReadable(host_, 20)) continue;
+            if (!ports_.CommWaitReadable(host_, 20)) continue;
             std::string chunk;
-            EXPECT_GE(CommRead(host_, chunk, 4096), 0);
+            EXPECT_GE(ports_.CommRead(host_, chunk, 4096), 0);
             got += chunk;
         }
         return got;
@@ -180,9 +182,9 @@ TEST_F(WineCableTest, TheByteAWaitTakesIsReadFirstAndOnlyOnce) {
         Sleep(100);
         PrinterSends("S1\x03");
     });
-    ASSERT_TRUE(CommWaitReadable(host_, 2000));
+    ASSERT_TRUE(ports_.CommWaitReadable(host_, 2000));
     std::string first;
-    EXPECT_GE(CommRead(host_, first, 4096), 1);
+    EXPECT_GE(ports_.CommRead(host_, first, 4096), 1);
     const std::string rest = HostReceives(4 - first.size());
     printer.join();
     EXPECT_EQ(first.substr(0, 1), "\x02");
@@ -196,19 +198,19 @@ TEST_F(WineCableTest, ShortReadsAfterAWaitKeepTheOrder) {
         Sleep(100);
         PrinterSends("A");
     });
-    ASSERT_TRUE(CommWaitReadable(host_, 2000));
+    ASSERT_TRUE(ports_.CommWaitReadable(host_, 2000));
     printer.join();
     PrinterSends("BC");
     Sleep(100);
     const auto start = steady_clock::now();
     std::string data;
-    EXPECT_EQ(CommRead(host_, data, 1), 1);
+    EXPECT_EQ(ports_.CommRead(host_, data, 1), 1);
     EXPECT_EQ(data, "A");
-    EXPECT_EQ(CommRead(host_, data, 1), 1);
+    EXPECT_EQ(ports_.CommRead(host_, data, 1), 1);
     EXPECT_EQ(data, "B");
-    EXPECT_EQ(CommRead(host_, data, 4096), 1);
+    EXPECT_EQ(ports_.CommRead(host_, data, 4096), 1);
     EXPECT_EQ(data, "C");
-    EXPECT_EQ(CommRead(host_, data, 4096), 0);
+    EXPECT_EQ(ports_.CommRead(host_, data, 4096), 0);
     // None of them sat out the port's one-second read time-out.
     EXPECT_LT(steady_clock::now() - start, milliseconds(500));
 }
@@ -218,18 +220,18 @@ TEST_F(WineCableTest, FlushDropsTheByteAWaitTook) {
         Sleep(50);
         PrinterSends("\x15");
     });
-    ASSERT_TRUE(CommWaitReadable(host_, 2000));
+    ASSERT_TRUE(ports_.CommWaitReadable(host_, 2000));
     printer.join();
-    EXPECT_EQ(CommFlush(host_), 0);
+    EXPECT_EQ(ports_.CommFlush(host_), 0);
     std::string data;
-    EXPECT_EQ(CommRead(host_, data, 4096), 0);
-    EXPECT_FALSE(CommWaitReadable(host_, 50));
+    EXPECT_EQ(ports_.CommRead(host_, data, 4096), 0);
+    EXPECT_FALSE(ports_.CommWaitReadable(host_, 50));
 }
 
 TEST_F(WineCableTest, WaitSleepsThroughSilenceAndWakesWithTheFirstByte) {
     const double cpu_before = ThreadCpuSeconds();
     auto start = steady_clock::now();
-    EXPECT_FALSE(CommWaitReadable(host_, 1000));
+    EXPECT_FALSE(ports_.CommWaitReadable(host_, 1000));
     const auto elapsed = steady_clock::now() - start;
     EXPECT_GE(elapsed, milliseconds(990));
     EXPECT_LT(elapsed, milliseconds(1500));
@@ -242,12 +244,12 @@ TEST_F(WineCableTest, WaitSleepsThroughSilenceAndWakesWithTheFirstByte) {
         sent = steady_clock::now();
         PrinterSends("\x06");
     });
-    EXPECT_TRUE(CommWaitReadable(host_, 2000));
+    EXPECT_TRUE(ports_.CommWaitReadable(host_, 2000));
     const auto woke = steady_clock::now();
     printer.join();
     EXPECT_LT(woke - sent, milliseconds(20));
     std::string data;
-    EXPECT_EQ(CommRead(host_, data, 4096), 1);
+    EXPECT_EQ(ports_.CommRead(host_, data, 4096), 1);
     EXPECT_EQ(data, "\x06");
 }
 
@@ -262,7 +264,7 @@ TEST_F(WineCableHangUpTest, WaitAfterThePrinterHangsUpSitsOutTheTime) {
     Sleep(1500);
     const double cpu_before = ThreadCpuSeconds();
     const auto start = steady_clock::now();
-    for (int i = 0; i < 3; ++i) EXPECT_FALSE(CommWaitReadable(host_, 100));
+    for (int i = 0; i < 3; ++i) EXPECT_FALSE(ports_.CommWaitReadable(host_, 100));
     EXPECT_GE(steady_clock::now() - start, milliseconds(290));
     EXPECT_LT(ThreadCpuSeconds() - cpu_before, 0.015);
 }

@@ -40,7 +40,7 @@ class PtyTest : public test_support::SerialTest {
         SetPortDevice(kPort, ptsname(master_));
     }
     ~PtyTest() override {
-        CommClose(kPort);
+        ports_.CommClose(kPort);
         SetPortDevice(kPort, "");
         if (master_ >= 0) close(master_);
     }
@@ -66,9 +66,9 @@ class PtyTest : public test_support::SerialTest {
     std::string HostReceives(std::size_t expected) {
         std::string got;
         for (int i = 0; i < 100 && got.size() < expected; ++i) {
-            if (!CommWaitReadable(kPort, 20)) continue;
+            if (!ports_.CommWaitReadable(kPort, 20)) continue;
             std::string chunk;
-            EXPECT_GE(CommRead(kPort, chunk, 4096), 0);
+            EXPECT_GE(ports_.CommRead(kPort, chunk, 4096), 0);
             got += chunk;
         }
         return got;
@@ -84,9 +84,9 @@ std::string AllByteValues() {
 }
 
 TEST_F(PtyTest, EveryByteValueCrossesUnchangedBothWays) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     const std::string bytes = AllByteValues();
-    EXPECT_EQ(CommWrite(kPort, bytes), 256);
+    EXPECT_EQ(ports_.CommWrite(kPort, bytes), 256);
     EXPECT_EQ(PrinterReceives(256), bytes);
 
     PrinterSends(bytes);
@@ -94,62 +94,62 @@ TEST_F(PtyTest, EveryByteValueCrossesUnchangedBothWays) {
 }
 
 TEST_F(PtyTest, ReadWithNothingQueuedReturnsZeroAtOnce) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     std::string data = "stale";
     const auto start = steady_clock::now();
-    EXPECT_EQ(CommRead(kPort, data, 4096), 0);
+    EXPECT_EQ(ports_.CommRead(kPort, data, 4096), 0);
     EXPECT_LT(steady_clock::now() - start, milliseconds(50));
     EXPECT_EQ(data, "");
 }
 
 TEST_F(PtyTest, SecondOpenOfAnOpenPortIsPortInUse) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
-    EXPECT_EQ(CommOpen(kPort, "COM5", kSettings), -1);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
+    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), -1);
     std::string text;
-    EXPECT_EQ(CommGetError(text), -1);
+    EXPECT_EQ(ports_.CommGetError(text), -1);
     EXPECT_EQ(text, "Error (-1): CommOpen - Port in use.");
     // The first open is untouched, and a close makes the port free again.
-    EXPECT_EQ(CommWrite(kPort, "w"), 1);
-    EXPECT_EQ(CommClose(kPort), 0);
-    EXPECT_EQ(CommOpen(kPort, "COM5", kSettings), 0) << LastCommError().source;
+    EXPECT_EQ(ports_.CommWrite(kPort, "w"), 1);
+    EXPECT_EQ(ports_.CommClose(kPort), 0);
+    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0) << ports_.LastCommError().source;
 }
 
 TEST_F(PtyTest, OpenWithBadSettingsFailsButKeepsThePortUntilClosed) {
-    EXPECT_NE(CommOpen(kPort, "COM5", "baud=fast"), 0);
-    EXPECT_EQ(LastCommError().source, "CommOpen (BuildCommDCB)");
-    EXPECT_EQ(CommOpen(kPort, "COM5", kSettings), -1);
-    EXPECT_EQ(CommClose(kPort), 0);
-    EXPECT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    EXPECT_NE(ports_.CommOpen(kPort, "COM5", "baud=fast"), 0);
+    EXPECT_EQ(ports_.LastCommError().source, "CommOpen (BuildCommDCB)");
+    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), -1);
+    EXPECT_EQ(ports_.CommClose(kPort), 0);
+    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
 }
 
 TEST_F(PtyTest, LineSettingsAndLinesOnAPseudoTerminal) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
-    EXPECT_EQ(CommSet(kPort, "baud=19200 parity=N data=8 stop=2"), 0);
-    EXPECT_NE(CommSet(kPort, "parity=Q"), 0);
-    EXPECT_EQ(LastCommError().source, "CommSet (BuildCommDCB)");
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
+    EXPECT_EQ(ports_.CommSet(kPort, "baud=19200 parity=N data=8 stop=2"), 0);
+    EXPECT_NE(ports_.CommSet(kPort, "parity=Q"), 0);
+    EXPECT_EQ(ports_.LastCommError().source, "CommSet (BuildCommDCB)");
     // A pseudo-terminal has no modem lines and no break; that must not stop the session.
     for (std::int16_t line : {1, 2, 3}) {
-        EXPECT_EQ(CommSetLine(kPort, line, 1), 0) << line;
-        EXPECT_EQ(CommSetLine(kPort, line, 0), 0) << line;
+        EXPECT_EQ(ports_.CommSetLine(kPort, line, 1), 0) << line;
+        EXPECT_EQ(ports_.CommSetLine(kPort, line, 0), 0) << line;
     }
-    EXPECT_NE(CommSetLine(kPort, 4, 1), 0);
-    EXPECT_EQ(LastCommError().source, "CommSetLine (EscapeCommFunction)");
+    EXPECT_NE(ports_.CommSetLine(kPort, 4, 1), 0);
+    EXPECT_EQ(ports_.LastCommError().source, "CommSetLine (EscapeCommFunction)");
 }
 
 TEST_F(PtyTest, FlushDropsWhatIsQueued) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     PrinterSends("stale reply");
-    ASSERT_TRUE(CommWaitReadable(kPort, 1000));
-    EXPECT_EQ(CommFlush(kPort), 0);
+    ASSERT_TRUE(ports_.CommWaitReadable(kPort, 1000));
+    EXPECT_EQ(ports_.CommFlush(kPort), 0);
     std::string data;
-    EXPECT_EQ(CommRead(kPort, data, 4096), 0);
+    EXPECT_EQ(ports_.CommRead(kPort, data, 4096), 0);
 }
 
 TEST_F(PtyTest, MissingDeviceFailsAtCreateFileWithTheSystemText) {
     SetPortDevice(kPort, "/nonexistent/ttyCorvid");
-    EXPECT_EQ(CommOpen(kPort, "COM5", kSettings), ENOENT);
-    EXPECT_EQ(LastCommError().source, "CommOpen (CreateFile)");
-    EXPECT_EQ(LastCommError().description, std::strerror(ENOENT));
+    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), ENOENT);
+    EXPECT_EQ(ports_.LastCommError().source, "CommOpen (CreateFile)");
+    EXPECT_EQ(ports_.LastCommError().description, std::strerror(ENOENT));
 }
 
 double CpuSeconds() {
@@ -160,10 +160,10 @@ double CpuSeconds() {
 }
 
 TEST_F(PtyTest, WaitReadableSleepsThroughSilenceWithoutBurningCpu) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     const double cpu_before = CpuSeconds();
     const auto start = steady_clock::now();
-    EXPECT_FALSE(CommWaitReadable(kPort, 200));
+    EXPECT_FALSE(ports_.CommWaitReadable(kPort, 200));
     const auto elapsed = steady_clock::now() - start;
     EXPECT_GE(elapsed, milliseconds(195));
     EXPECT_LT(elapsed, milliseconds(400));
@@ -171,42 +171,42 @@ TEST_F(PtyTest, WaitReadableSleepsThroughSilenceWithoutBurningCpu) {
 }
 
 TEST_F(PtyTest, WaitReadableWakesAsSoonAsBytesArrive) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     steady_clock::time_point sent;
     std::thread printer([&] {
         std::this_thread::sleep_for(milliseconds(50));
         sent = steady_clock::now();
         PrinterSends("\x06");
     });
-    EXPECT_TRUE(CommWaitReadable(kPort, 2000));
+    EXPECT_TRUE(ports_.CommWaitReadable(kPort, 2000));
     const auto woke = steady_clock::now();
     printer.join();
     EXPECT_LT(woke - sent, milliseconds(20));
     std::string data;
-    EXPECT_EQ(CommRead(kPort, data, 4096), 1);
+    EXPECT_EQ(ports_.CommRead(kPort, data, 4096), 1);
     EXPECT_EQ(data, "\x06");
 }
 
 TEST_F(PtyTest, WaitReadableAfterThePrinterHangsUpSitsOutTheTime) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     close(master_);
     master_ = -1;
     const double cpu_before = CpuSeconds();
     const auto start = steady_clock::now();
-    EXPECT_FALSE(CommWaitReadable(kPort, 100));
+    EXPECT_FALSE(ports_.CommWaitReadable(kPort, 100));
     EXPECT_GE(steady_clock::now() - start, milliseconds(95));
     EXPECT_LT(CpuSeconds() - cpu_before, 0.010);
 }
 
 TEST_F(PtyTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     PrinterSends("ACK");
-    ASSERT_TRUE(CommWaitReadable(kPort, 1000));
-    auto previous = host::SetHostYieldHook([] { CommClose(kPort); });
+    ASSERT_TRUE(ports_.CommWaitReadable(kPort, 1000));
+    auto previous = host::SetHostYieldHook([this] { ports_.CommClose(kPort); });
     std::string data;
-    EXPECT_EQ(CommRead(kPort, data, 4096), -1);
+    EXPECT_EQ(ports_.CommRead(kPort, data, 4096), -1);
     host::SetHostYieldHook(previous);
-    EXPECT_EQ(LastCommError().source, "CommRead (ClearCommError)");
+    EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
 }
 
 TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {
@@ -215,19 +215,19 @@ TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {
     std::filesystem::remove(path);
     ConfigureDump("1", path.string());
     SetPortDevice(kPort + 1, "/nonexistent/ttyCorvid");
-    EXPECT_NE(CommOpen(kPort + 1, "COM6", kSettings), 0);  // a failed open starts the dump
+    EXPECT_NE(ports_.CommOpen(kPort + 1, "COM6", kSettings), 0);  // a failed open starts the dump
     SetPortDevice(kPort + 1, "");
     clock_->SetNow(automation::Date{45000.0 + (13 * 3600 + 5 * 60 + 9) / 86400.0});
 
-    ASSERT_EQ(CommOpen(kPort, "COM5", kSettings), 0);
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     const std::string command =
         "\x02"
         "PasarItem 0123456789\x03";
-    ASSERT_EQ(CommWrite(kPort, command), static_cast<std::int32_t>(command.size()));
+    ASSERT_EQ(ports_.CommWrite(kPort, command), static_cast<std::int32_t>(command.size()));
     PrinterSends("\x06");
     EXPECT_EQ(HostReceives(1), "\x06");
-    CommClose(kPort);
-    CommWrite(kPort, "after close");  // not open: fails, and the dump is closed anyway
+    ports_.CommClose(kPort);
+    ports_.CommWrite(kPort, "after close");  // not open: fails, and the dump is closed anyway
 
     std::ifstream file(path, std::ios::binary);
     std::stringstream contents;

@@ -9,6 +9,7 @@
 #include "automation/clock.h"
 #include "host/user_prompts.h"
 #include "serial/port_dump.h"
+#include "serial/serial_ports.h"
 #include "support/fake_clock.h"
 #include "support/memory_settings_source.h"
 #include "support/recording_user_prompts.h"
@@ -24,7 +25,7 @@ class SerialTest : public ::testing::Test {
           previous_prompts_(host::ReplaceUserPrompts(prompts_)) {}
 
     ~SerialTest() override {
-        serial::PortDump::Process().Close();
+        ports_.dump().Close();
         host::ReplaceUserPrompts(previous_prompts_);
     }
 
@@ -35,6 +36,7 @@ class SerialTest : public ::testing::Test {
     }
 
     host::ScopedSettingsSource settings_;
+    serial::PortTable ports_;
     std::shared_ptr<automation::FakeClock> clock_;
     automation::ScopedClock scoped_clock_;
     std::shared_ptr<host::RecordingUserPrompts> prompts_;

@@ -1,3 +1,4 @@
+#include "documents/address_limits.h"
 #include "session/session_fixture.h"
 #include "support/vb_error_testing.h"
 
@@ -13,8 +14,8 @@ TEST_F(SessionTest, DefaultsWithoutAnySetting) {
     EXPECT_EQ(s.columnasDescripcion(), 28);
     EXPECT_EQ(s.numTasas(), 0);
     EXPECT_EQ(s.port(), 0);
-    EXPECT_EQ(s.AnchoDireccion(), 40);
-    EXPECT_EQ(s.LineasDireccion(), 10);
+    EXPECT_EQ(documents::AnchoDireccion(), 40);
+    EXPECT_EQ(documents::LineasDireccion(), 10);
 }
 
 TEST_F(SessionTest, SettingsReadAtCreationWithTheirConversions) {
@@ -30,9 +31,9 @@ TEST_F(SessionTest, SettingsReadAtCreationWithTheirConversions) {
 }
 
 TEST_F(SessionTest, RatesStopAtTheFirstGapAndAtSeven) {
-    Set("0", "16", kRatesSection);
-    Set("1", "8.5%", kRatesSection);
-    Set("3", "31", kRatesSection);
+    Set("0", "16", host::kRatesSection);
+    Set("1", "8.5%", host::kRatesSection);
+    Set("3", "31", host::kRatesSection);
     PrinterFiscal& s = Session();
     ASSERT_EQ(s.numTasas(), 2);
     EXPECT_DOUBLE_EQ(s.tasas()[0], 16);
@@ -40,7 +41,7 @@ TEST_F(SessionTest, RatesStopAtTheFirstGapAndAtSeven) {
 }
 
 TEST_F(SessionTest, AtMostSevenRatesAreRead) {
-    for (int i = 0; i < 8; ++i) Set(std::to_string(i), std::to_string(10 + i), kRatesSection);
+    for (int i = 0; i < 8; ++i) Set(std::to_string(i), std::to_string(10 + i), host::kRatesSection);
     EXPECT_EQ(Session().numTasas(), 7);
     EXPECT_DOUBLE_EQ(Session().tasas()[6], 16);
 }
@@ -48,25 +49,25 @@ TEST_F(SessionTest, AtMostSevenRatesAreRead) {
 TEST_F(SessionTest, PrinterModelFromSettingOrSerialPrefix) {
     PrinterFiscal& s = Session();
     EXPECT_EQ(s.tipoPrinter(), SRP350);  // empty serial
-    s.SerialPrinter = "Z6B1234567";
+    s.SetSerialPrinter("Z6B1234567");
     EXPECT_EQ(s.tipoPrinter(), DT230);
-    s.SerialPrinter = "Z7A1234567";
+    s.SetSerialPrinter("Z7A1234567");
     EXPECT_EQ(s.tipoPrinter(), HKA112);
-    s.SerialPrinter = "Z1F1234567";
+    s.SetSerialPrinter("Z1F1234567");
     EXPECT_EQ(s.tipoPrinter(), SRP812);
-    s.SerialPrinter = "Z1";
+    s.SetSerialPrinter("Z1");
     EXPECT_EQ(s.tipoPrinter(), SRP350);
     // Read on every call, returned unchecked.
     Set("TipoPrinter", "7");
     EXPECT_EQ(s.tipoPrinter(), 7);
 }
 
-TEST_F(SessionTest, ErrorFlagBeyond16BitsOverflowsAndStatusIsAlwaysZero) {
+TEST_F(SessionTest, ErrorFlagBeyondSixteenBitsOverflows) {
     PrinterFiscal& s = Session();
-    s.pfError = -32768;
+    s.outcome().pfError = -32768;
     EXPECT_EQ(s.lError(), -32768);
-    s.pfError = 0x10002;
-    EXPECT_EQ(test_support::ErrorNumberOf([&] { s.lError(); }), 6);
+    s.outcome().pfError = 0x10002;
+    EXPECT_EQ(test_support::ErrorNumberOf([&] { s.lError(); }), automation::vb_errors::kOverflow);
     EXPECT_EQ(s.lStatus(), 0);
 }
 

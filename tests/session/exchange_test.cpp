@@ -13,14 +13,14 @@ TEST_F(SessionTest, StatusBytesAreDecodedAndExplained) {
     PrinterFiscal& s = OpenSession();
     line_->statusAnswers.push_back(Reads{StatusReply(96, 64)});
     s.GetStatus();
-    EXPECT_EQ(s.pfError, pfOk);
-    EXPECT_EQ(s.STS1, 96);
-    EXPECT_EQ(s.STS2, 64);
-    EXPECT_EQ(s.result, "");
+    EXPECT_EQ(s.outcome().pfError, pfOk);
+    EXPECT_EQ(s.outcome().STS1, 96);
+    EXPECT_EQ(s.outcome().STS2, 64);
+    EXPECT_EQ(s.outcome().result, "");
     EXPECT_EQ(s.explainSTS1(), "Modo fiscal: IDLE (0x60)");
     EXPECT_EQ(s.explainSTS2(), "STS2 = Ok (0x40)");
-    s.STS1 = 7;
-    s.STS2 = 66;
+    s.outcome().STS1 = 7;
+    s.outcome().STS2 = 66;
     EXPECT_EQ(s.explainSTS1(), "STS1 = 7 (0x7)");
     EXPECT_EQ(s.explainSTS2(), "Sin papel/error mec\xE1nico (0x42)");
 }
@@ -31,7 +31,7 @@ TEST_F(SessionTest, AcceptedCommandSendsStatusRequestThenOneBlock) {
     ASSERT_EQ(line_->writes.size(), 2u);
     EXPECT_EQ(line_->writes[0], kEnq);
     EXPECT_EQ(line_->writes[1], std::string("\x02w\x03t"));
-    EXPECT_EQ(s.resultFlag, ACK);
+    EXPECT_EQ(s.outcome().resultFlag, ACK);
     EXPECT_FALSE(s.AbrirGaveta());  // success reads False
 }
 
@@ -41,10 +41,10 @@ TEST_F(SessionTest, ReplySplitAtEveryByteIsJoined) {
     for (char c : DataReply("A\nB")) bytes.emplace_back(1, c);
     line_->blockAnswers.push_back(bytes);
     EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.result, std::string("\x02"
-                                    "A\nB\x03"));
-    EXPECT_EQ(s.resultFlag, ETX);
-    EXPECT_EQ(s.DescripcionError, "Ok");
+    EXPECT_EQ(s.outcome().result, std::string("\x02"
+                                              "A\nB\x03"));
+    EXPECT_EQ(s.outcome().resultFlag, ETX);
+    EXPECT_EQ(s.outcome().DescripcionError, "Ok");
 }
 
 TEST_F(SessionTest, EnqBeforeAReplyIsAnsweredWithAckAndDropped) {
@@ -52,15 +52,15 @@ TEST_F(SessionTest, EnqBeforeAReplyIsAnsweredWithAckAndDropped) {
     line_->blockAnswers.push_back(Reads{char(ENQ) + DataReply("X")});
     EXPECT_EQ(s.Execute("S1"), 0);
     EXPECT_EQ(line_->writes.back(), kAck);
-    EXPECT_EQ(s.result, std::string("\x02X\x03"));
+    EXPECT_EQ(s.outcome().result, std::string("\x02X\x03"));
 }
 
 TEST_F(SessionTest, ReplyEndedByEotCountsAsEtx) {
     PrinterFiscal& s = OpenSession();
     line_->blockAnswers.push_back(Reads{std::string("\x02X\x04")});
     EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.resultFlag, ETX);
-    EXPECT_EQ(s.result, std::string("\x02X\x04"));
+    EXPECT_EQ(s.outcome().resultFlag, ETX);
+    EXPECT_EQ(s.outcome().result, std::string("\x02X\x04"));
 }
 
 TEST_F(SessionTest, SevenNaksSendSevenBlocksAndStillReturnZero) {
@@ -69,7 +69,7 @@ TEST_F(SessionTest, SevenNaksSendSevenBlocksAndStillReturnZero) {
     EXPECT_EQ(s.Execute("w"), 0);
     EXPECT_EQ(line_->BlocksWritten(), 7);
     EXPECT_EQ(line_->Count(kEnq), 1);  // NAK is answered by re-sending, not by a new status
-    EXPECT_EQ(s.resultFlag, NAK);
+    EXPECT_EQ(s.outcome().resultFlag, NAK);
 }
 
 TEST_F(SessionTest, NakThenAckResendsOnce) {
@@ -77,7 +77,7 @@ TEST_F(SessionTest, NakThenAckResendsOnce) {
     line_->blockAnswers.push_back(Reads{kNak});
     EXPECT_EQ(s.Execute("w"), 0);
     EXPECT_EQ(line_->BlocksWritten(), 2);
-    EXPECT_EQ(s.resultFlag, ACK);
+    EXPECT_EQ(s.outcome().resultFlag, ACK);
 }
 
 TEST_F(SessionTest, SilentReplyTimesOutAndCostsAStatusRequestAndAResend) {
@@ -85,7 +85,7 @@ TEST_F(SessionTest, SilentReplyTimesOutAndCostsAStatusRequestAndAResend) {
     PrinterFiscal& s = OpenSession();
     for (int i = 0; i < 7; ++i) line_->blockAnswers.push_back(Reads{});
     EXPECT_EQ(s.Execute("w"), pfCommError);
-    EXPECT_EQ(s.DescripcionError, "pfError de comunicacion");
+    EXPECT_EQ(s.outcome().DescripcionError, "pfError de comunicacion");
     EXPECT_EQ(line_->BlocksWritten(), 7);
     EXPECT_EQ(line_->Count(kEnq), 7);
     // The wait blocked on the port in slices instead of reading in a loop.
@@ -107,30 +107,30 @@ TEST_F(SessionTest, SkipChecksSendsOneBlockAndReadsNothing) {
     line_->blockAnswers.push_back(Reads{kNak});  // never read
     EXPECT_EQ(s.Execute("w"), 0);
     EXPECT_EQ(line_->writes, std::vector<std::string>{"\x02w\x03t"});
-    EXPECT_EQ(s.DescripcionError, "NO_STATUS_CHECK");
-    EXPECT_EQ(s.resultFlag, ACK);
+    EXPECT_EQ(s.outcome().DescripcionError, "NO_STATUS_CHECK");
+    EXPECT_EQ(s.outcome().resultFlag, ACK);
 }
 
 TEST_F(SessionTest, WithoutAPortCommandsReportPortClosed) {
     PrinterFiscal& s = Session();
     EXPECT_EQ(s.Execute("w"), 1);
-    EXPECT_EQ(s.pfError, pfCommError);
-    EXPECT_EQ(s.DescripcionError, "PUERTO CERRADO");
-    s.pfError = pfOk;
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
+    EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
+    s.outcome().pfError = pfOk;
     s.ExecuteNoCheck("w");
-    EXPECT_EQ(s.DescripcionError, "PUERTO CERRADO");
+    EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
     EXPECT_TRUE(s.AbrirGaveta());  // failure reads True
     EXPECT_TRUE(line_->writes.empty());
 }
 
 TEST_F(SessionTest, ANakInAStatusReplyFailsTheStatusButLeavesTheDescription) {
     PrinterFiscal& s = OpenSession();
-    s.DescripcionError = "before";
+    s.outcome().DescripcionError = "before";
     line_->statusAnswers.push_back(Reads{kNak});
     s.GetStatus();
-    EXPECT_EQ(s.pfError, pfCommError);
-    EXPECT_EQ(s.resultFlag, NAK);
-    EXPECT_EQ(s.DescripcionError, "before");
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
+    EXPECT_EQ(s.outcome().resultFlag, NAK);
+    EXPECT_EQ(s.outcome().DescripcionError, "before");
 }
 
 TEST_F(SessionTest, WaitAcrossMidnightOutlastsTheTimeOut) {
@@ -142,7 +142,7 @@ TEST_F(SessionTest, WaitAcrossMidnightOutlastsTheTimeOut) {
     late.push_back(DataReply("late"));
     line_->blockAnswers.push_back(late);
     EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.result, std::string("\x02late\x03"));
+    EXPECT_EQ(s.outcome().result, std::string("\x02late\x03"));
 }
 
 TEST_F(SessionTest, AbrirOpensComNRaisesLinesAndLearnsTheSerial) {
@@ -154,7 +154,7 @@ TEST_F(SessionTest, AbrirOpensComNRaisesLinesAndLearnsTheSerial) {
     EXPECT_EQ(s.port(), 5);
     const std::vector<std::pair<std::int16_t, std::int16_t>> lines{{3, 0}, {2, 1}};
     EXPECT_EQ(line_->lineChanges, lines);
-    EXPECT_EQ(s.SerialPrinter, "Z7A0001234");
+    EXPECT_EQ(s.SerialPrinter(), "Z7A0001234");
     EXPECT_EQ(s.tipoPrinter(), HKA112);
 }
 
@@ -183,22 +183,30 @@ TEST_F(SessionTest, ANewAbrirClosesThePortFirstAndCerrarClosesIt) {
     EXPECT_EQ(s.Execute("w"), 1);  // closed again
 }
 
+TEST_F(SessionTest, AbrirClosesTheOpenPortBeforeConvertingItsArgument) {
+    PrinterFiscal& s = OpenSession(4);
+    EXPECT_THROW(s.Abrir([]() -> std::int16_t { throw automation::VbError::Standard(13); }),
+                 automation::VbError);
+    EXPECT_EQ(line_->closedPorts, std::vector<std::int16_t>{4});
+    EXPECT_EQ(s.port(), 0);
+}
+
 TEST_F(SessionTest, DirectSendsFrameTheCommandWithoutStatusOrWait) {
     PrinterFiscal& s = OpenSession();
-    s.pfError = pfPrinterError;
+    s.outcome().pfError = pfPrinterError;
     line_->blockAnswers = {Reads{}, Reads{}};  // the printer says nothing to them
     s.SendDirect("a b");
     s.ExecuteNoCheck("c");
     EXPECT_EQ(line_->writes,
               (std::vector<std::string>{BuildCommandBlock("a b"), BuildCommandBlock("c")}));
-    EXPECT_EQ(s.pfError, pfPrinterError);  // outcome untouched
+    EXPECT_EQ(s.outcome().pfError, pfPrinterError);  // outcome untouched
     EXPECT_EQ(line_->waits, 0);
 
     line_->ackAnswers.push_back(Reads{DataReply("next")});
     s.SendAck();
     EXPECT_EQ(line_->writes.back(), kAck);
-    EXPECT_EQ(s.result, std::string("\x02next\x03"));
-    EXPECT_EQ(s.pfError, pfOk);
+    EXPECT_EQ(s.outcome().result, std::string("\x02next\x03"));
+    EXPECT_EQ(s.outcome().pfError, pfOk);
 }
 
 TEST_F(SessionTest, ResetSendsE) {

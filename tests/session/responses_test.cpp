@@ -63,7 +63,7 @@ TEST_F(SessionTest, ABlockThatNeverCompletesEndsAMultiBlockReply) {
     line_->blockAnswers.push_back(Reads{DataReply("a", ETB)});
     const std::vector<Fields> blocks = s.GetMultipleResponses("X");
     EXPECT_EQ(blocks.size(), 1u);
-    EXPECT_EQ(s.pfError, pfCommError);
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
 }
 
 TEST_F(SessionTest, ResponseItemOutsideTheArrayIsNil) {

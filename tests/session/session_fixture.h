@@ -5,9 +5,9 @@
 
 #include <memory>
 
+#include "host/library_settings.h"
 #include "session/printer_fiscal.h"
 #include "session/scripted_line.h"
-#include "session/session_settings.h"
 #include "support/fake_clock.h"
 #include "support/memory_settings_source.h"
 
@@ -21,8 +21,8 @@ class SessionTest : public ::testing::Test {
           line_(std::make_shared<ScriptedLine>(*fakeClock_)) {}
 
     void Set(const std::string& key, const std::string& value,
-             const std::string& section = kSessionSection) {
-        settings_->SetIniValue(kApplication, section, key, value);
+             const std::string& section = host::kSessionSection) {
+        settings_->SetIniValue(host::kApplication, section, key, value);
     }
 
     // A session created now, from the settings set so far.
@@ -32,7 +32,7 @@ class SessionTest : public ::testing::Test {
     }
     PrinterFiscal& OpenSession(std::int16_t port = 1) {
         line_->statusAnswers.push_back(Reads{StatusReply(0x60, 0x40)});
-        Session().SerialPrinter = "Z1F0000001";  // no S1 query at Abrir
+        Session().SetSerialPrinter("Z1F0000001");  // no S1 query at Abrir
         session_->Abrir(port);
         line_->writes.clear();
         return *session_;

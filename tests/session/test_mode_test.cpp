@@ -1,3 +1,4 @@
+#include "automation/vb_error.h"
 #include "host/trace_log.h"
 #include "preview/quick_view.h"
 #include "preview/quick_view_window.h"
@@ -26,7 +27,7 @@ class TestModeSession : public SessionTest {
     }
     void TearDown() override {
         preview::ReplaceQuickViewWindowFactory(previous_);
-        SessionProcess().testMode = false;
+        Process().testMode = false;
     }
 
     std::shared_ptr<RecordingWindow> window_;
@@ -36,9 +37,10 @@ class TestModeSession : public SessionTest {
 TEST_F(TestModeSession, CommandsGoToThePreviewShownAtClosing) {
     PrinterFiscal& s = Session();
     EXPECT_TRUE(s.testMode());
-    s.Abrir(3);
+    // Whatever the host passes is never converted: a value that is no port number will do.
+    s.Abrir([]() -> std::int16_t { throw automation::VbError::Standard(13); });
     EXPECT_EQ(line_->openedPort, 0);  // no port is opened
-    s.pfError = pfPrinterError;
+    s.outcome().pfError = pfPrinterError;
     EXPECT_EQ(s.Execute("w"), pfPrinterError);  // the current outcome, untouched
     s.ExecuteNoCheck("x y");
     s.SendDirect(
@@ -75,7 +77,7 @@ TEST_F(TestModeSession, ImmediateTraceIsShownWhenAPortCloses) {
     PrinterFiscal& s = OpenSession();
     s.Execute("w");
     s.Cerrar();
-    host::TraceLog::Process().SetIsDebug(false);
+    Process().trace.SetIsDebug(false);
     ASSERT_EQ(window_->shown.size(), 1u);
     EXPECT_NE(window_->shown[0].find("Execute: -> w \r\n"), std::string::npos);
     EXPECT_NE(window_->shown[0].find(" <- ACK \r\n"), std::string::npos);

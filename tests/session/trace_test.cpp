@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "host/trace_log.h"
+#include "session/process_state.h"
 #include "session/session_fixture.h"
 
 namespace corvid::session::testing {
@@ -11,13 +12,13 @@ class TracedSessionTest : public SessionTest {
   protected:
     void SetUp() override {
         Set("IsDebug", "True");
-        auto& trace = host::TraceLog::Process();
+        auto& trace = Process().trace;
         trace.SetFileEnabled(false);
         sink_ = trace.AddSink(
             [this](const std::string& line) { messages_.push_back(line.substr(kStampWidth)); });
     }
     void TearDown() override {
-        auto& trace = host::TraceLog::Process();
+        auto& trace = Process().trace;
         trace.RemoveSink(sink_);
         trace.SetFileEnabled(true);
         trace.SetIsDebug(false);
@@ -79,7 +80,7 @@ TEST_F(TracedSessionTest, QueriesTraceTheirSteps) {
 
     Set("TimeOut", "1");
     PrinterFiscal other(line_);
-    other.SerialPrinter = "Z1F0000001";
+    other.SetSerialPrinter("Z1F0000001");
     other.Abrir(1);
     line_->statusAnswers.push_back(Reads{});
     messages_.clear();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -14,24 +15,6 @@ namespace {
 
 using Direction = TranscriptEntry::Direction;
 using What = TranscriptEntry::What;
-
-std::vector<std::string> Split(const std::string& text) {
-    std::vector<std::string> fields(1);
-    for (char c : text) {
-        if (c == '\n') {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
-    }
-    return fields;
-}
-
-// The fields of a data reply STX text end check.
-std::vector<std::string> FieldsOf(const std::string& reply) {
-    EXPECT_GE(reply.size(), 3u);
-    return Split(reply.substr(1, reply.size() - 3));
-}
 
 std::tm May17At103015() {
     std::tm t{};
@@ -79,6 +62,8 @@ TEST_F(SimulatorTest, S1ShortLayoutCarriesCountersSerialAndDate) {
         state.cashier = 7;
         state.lastInvoice = 4321;
         state.closures = 88;
+        state.day.sales.bases[1] = 1000;
+        state.day.sales.taxes[1] = 160;
     });
     std::string reply = SendCommand("S1");
     // A one-block data reply is framed exactly like a command block.
@@ -86,7 +71,7 @@ TEST_F(SimulatorTest, S1ShortLayoutCarriesCountersSerialAndDate) {
     EXPECT_EQ(reply, session::BuildCommandBlock(reply.substr(1, reply.size() - 3)));
     ASSERT_EQ(fields.size(), 14u);
     EXPECT_EQ(fields[0].substr(fields[0].size() - 2), "07");
-    EXPECT_EQ(std::stol(fields[1]), 1234567);
+    EXPECT_EQ(std::stol(fields[1]), 1160);
     EXPECT_EQ(std::stol(fields[2]), 4321);
     EXPECT_EQ(std::stol(fields[6]), 88);
     EXPECT_EQ(fields[9].substr(0, 3), "Z1B");
@@ -175,9 +160,21 @@ TEST_F(SimulatorTest, TranscriptLinesAreReadable) {
     ASSERT_EQ(entries.size(), 2u);
     std::string line = FormatEntry(entries[0], sim_->startTime());
     EXPECT_NE(line.find("host    [STX]S1[ETX]"), std::string::npos) << line;
-    EXPECT_NE(FormatEntry(entries[1], sim_->startTime()).find("printer [STX]S101[010]"),
+    EXPECT_NE(FormatEntry(entries[1], sim_->startTime()).find("printer [STX]S100[010]"),
               std::string::npos);
     EXPECT_LE(entries[0].at, entries[1].at);
+}
+
+TEST_F(SimulatorTest, PacedLineTakesTheWireTimeBothWays) {
+    SimulatorConfig config;
+    config.paced = true;
+    Start(std::move(config));
+    const std::string block = session::BuildCommandBlock("S1");
+    const auto start = std::chrono::steady_clock::now();
+    const std::string reply = Exchange(block);
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    ASSERT_EQ(FieldsOf(reply).size(), 14u);
+    EXPECT_GE(elapsed, static_cast<long>(block.size() + reply.size()) * kByteTimeAt9600Baud8E1);
 }
 
 TEST(SimulatorLinkTest, LinkPointsAtTerminalWhileRunning) {

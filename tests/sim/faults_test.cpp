@@ -15,14 +15,6 @@ using What = TranscriptEntry::What;
 
 const std::string kStatus = Bytes({2, 0x60, 0x40, 3, 0x60 ^ 0x40 ^ 3});
 
-TEST_F(SimulatorTest, NakStormRefusesExactlyTheNextBlocks) {
-    sim_->NakNextBlocks(7);
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(SendCommand("w"), Bytes({21})) << i;
-    EXPECT_EQ(SendCommand("w"), Bytes({6}));
-    EXPECT_EQ(sim_->transcript().Count(Direction::HostToPrinter, What::Block), 8u);
-    EXPECT_EQ(sim_->transcript().Count(Direction::PrinterToHost, What::Nak), 7u);
-}
-
 TEST_F(SimulatorTest, SilencesHitOnlyTheirKindOfRequest) {
     sim_->SilenceNextStatusRequests(2);
     sim_->IgnoreNextBlocks(1);
@@ -56,20 +48,6 @@ TEST_F(SimulatorTest, DelayHoldsBackEveryReply) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(120));
 }
 
-TEST_F(SimulatorTest, ChunkedReplyArrivesInSeparateReads) {
-    sim_->SetChunking(2, milliseconds(20));
-    line_->Send(Bytes({5}));
-    std::string joined;
-    int reads = 0;
-    for (std::string chunk; joined.size() < kStatus.size(); joined += chunk, ++reads) {
-        chunk = line_->ReadChunk(milliseconds(1000));
-        ASSERT_FALSE(chunk.empty());
-        EXPECT_LE(chunk.size(), 2u);
-    }
-    EXPECT_EQ(joined, kStatus);
-    EXPECT_EQ(reads, 3);
-}
-
 TEST_F(SimulatorTest, EnqPrefixHitsTheSelectedReplies) {
     sim_->PrefixNextRepliesWithEnq(1);
     EXPECT_EQ(SendCommand("w"), Bytes({6}));  // ACK replies are not selected by default
@@ -87,24 +65,6 @@ TEST_F(SimulatorTest, AckAnsweringAnEnqDoesNotAdvanceAMultiBlockReply) {
     line_->Send(Bytes({6}));  // for the ENQ
     EXPECT_EQ(line_->ReadChunk(kQuiet), "");
     EXPECT_EQ(Exchange(Bytes({6})), session::BuildCommandBlock("2\n2"));
-}
-
-TEST_F(SimulatorTest, EotEndReplacesOnlyTheFinalEtx) {
-    sim_->EndNextRepliesWithEot(1);
-    EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x60, 0x40, 4, 0x60 ^ 0x40 ^ 4}));
-    EXPECT_EQ(Exchange(Bytes({5})), kStatus);
-
-    sim_->EndNextRepliesWithEot(1, kDataReply);
-    EXPECT_EQ(SendCommand("~B2").at(4), 23);
-    EXPECT_EQ(Exchange(Bytes({6})), Bytes({2, '2', '\n', '2', 4, '2' ^ '\n' ^ '2' ^ 4}));
-}
-
-TEST_F(SimulatorTest, GarbageComesBeforeTheReply) {
-    sim_->ChangeFaults([](FaultPlan& plan) { plan.garbageBytes = "\x7F?"; });
-    sim_->SendGarbageBeforeNextReplies(2, kAnyReply);
-    EXPECT_EQ(Exchange(Bytes({5})), "\x7F?" + kStatus);
-    EXPECT_EQ(SendCommand("w"), "\x7F?" + Bytes({6}));
-    EXPECT_EQ(SendCommand("w"), Bytes({6}));
 }
 
 TEST_F(SimulatorTest, HangUpDropsTheLine) {

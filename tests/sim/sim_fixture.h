@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host_line.h"
 #include "session/framing.h"
@@ -39,6 +40,20 @@ inline std::string Bytes(std::initializer_list<int> codes) {
     std::string bytes;
     for (int code : codes) bytes += static_cast<char>(code);
     return bytes;
+}
+
+// The fields of a data reply STX text end check.
+inline std::vector<std::string> FieldsOf(const std::string& reply) {
+    std::vector<std::string> fields(1);
+    if (reply.size() < 3) return {};
+    for (char c : reply.substr(1, reply.size() - 3)) {
+        if (c == '\n') {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    return fields;
 }
 
 }  // namespace corvid::sim::testing

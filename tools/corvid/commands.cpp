@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include "corvid/command_line.h"
+#include "corvid/step_runner.h"
 #include "corvid/text_codec.h"
 #include "session/framing.h"
 #include "session/printer_fiscal.h"
@@ -25,51 +27,71 @@ const char* ModelName(std::int32_t model) {
     }
 }
 
-void ShowOutcome(const session::PrinterFiscal& printer, std::ostream& out) {
-    out << "  pfError = " << printer.pfError << " (" << Cp1252ToUtf8(printer.DescripcionError)
-        << "), resultFlag = "
-        << Cp1252ToUtf8(
-               session::EscapeString(std::string(1, static_cast<char>(printer.resultFlag))))
-        << "\n";
+void ShowFailure(const session::PrinterFiscal& printer, std::ostream& out) {
+    ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ", out);
+}
+
+bool PrinterAccepted(const session::PrinterFiscal& printer) { return Accepted(printer.outcome()); }
+
+// A failed reply comes back as the single field "pfError": a marker, not the printer's.
+bool IsFailureMarker(const session::Fields& fields) {
+    return fields.size() == 1 && fields[0] == "pfError";
 }
 
 }  // namespace
 
 int ShowStatus(session::PrinterFiscal& printer, std::ostream& out) {
     printer.GetStatus();
-    out << "Status:  " << Cp1252ToUtf8(printer.explainSTS1()) << ", "
-        << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
-    if (printer.pfError != session::pfOk) {
-        ShowOutcome(printer, out);
-        return 1;
+    if (!PrinterAccepted(printer)) {
+        out << "Status:  nothing was read; the printer did not answer\n";
+        return kExitFailed;
     }
-    out << "Serial:  " << Cp1252ToUtf8(printer.SerialPrinter) << " (model "
-        << ModelName(printer.tipoPrinter()) << ")\n";
+    out << "Status:  " << Cp1252ToUtf8(printer.explainSTS1()) << "; "
+        << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
+    if (printer.SerialPrinter().empty()) {
+        out << "Serial:  unknown (no S1 record was read when the port opened)\n";
+    } else {
+        out << "Serial:  " << Cp1252ToUtf8(printer.SerialPrinter()) << " (model "
+            << ModelName(printer.tipoPrinter()) << ")\n";
+    }
     const session::Fields fields = printer.GetResponse("S1");
+    if (IsFailureMarker(fields) || !PrinterAccepted(printer)) {
+        out << "S1:\n";
+        ShowFailure(printer, out);
+        return kExitFailed;
+    }
     out << "S1 fields:\n";
     for (std::size_t i = 0; i < fields.size(); ++i) {
         out << "  [" << i << "] " << Cp1252ToUtf8(fields[i]) << "\n";
     }
-    return fields.size() == 1 && fields[0] == "pfError" ? 1 : 0;
+    return kExitAccepted;
 }
 
 int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
     out << "Send " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";
-    const std::int16_t outcome = printer.Execute(command);
-    ShowOutcome(printer, out);
-    return outcome == 0 && printer.resultFlag != session::NAK ? 0 : 1;
+    printer.Execute(command);
+    if (!PrinterAccepted(printer)) {
+        ShowFailure(printer, out);
+        return kExitFailed;
+    }
+    out << "  accepted; status: " << Cp1252ToUtf8(printer.explainSTS1()) << "; "
+        << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
+    return kExitAccepted;
 }
 
 int QueryCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
     out << "Query " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";
     const auto blocks = printer.GetMultipleResponses(command);
+    if (!PrinterAccepted(printer) || (blocks.size() == 1 && IsFailureMarker(blocks[0]))) {
+        ShowFailure(printer, out);
+        return kExitFailed;
+    }
     for (std::size_t b = 0; b < blocks.size(); ++b) {
         out << "  block " << b + 1 << ":";
         for (const std::string& field : blocks[b]) out << " [" << Cp1252ToUtf8(field) << "]";
         out << "\n";
     }
-    ShowOutcome(printer, out);
-    return printer.pfError == session::pfOk ? 0 : 1;
+    return kExitAccepted;
 }
 
 }  // namespace corvid::tool

@@ -1,4 +1,5 @@
-// The tool's commands over an open session. Output is UTF-8 on `out`.
+// The tool's exchange commands over an open session. Output is UTF-8 on `out`; each
+// returns 0 when the printer accepted and answered.
 #pragma once
 
 #include <iosfwd>
@@ -10,8 +11,7 @@ class PrinterFiscal;
 
 namespace corvid::tool {
 
-// Status bytes with their words, the printer model and the "S1" fields. 0 when the printer
-// answered.
+// Status bytes with their words, the printer model and the "S1" fields.
 int ShowStatus(session::PrinterFiscal& printer, std::ostream& out);
 // One checked exchange of `command` (printer code page) and its outcome.
 int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out);

@@ -16,6 +16,8 @@ class SimulatedPrinter {
     virtual void NakNextBlocks(int count) = 0;
     // A query the printer answers in `blocks` blocks.
     virtual std::string MultiBlockQuery(int blocks) const = 0;
+    // Everything the printer has printed so far, as UTF-8 lines.
+    virtual std::string PrintedText() const = 0;
 };
 
 // Starts one; throws std::runtime_error where the platform has none.

@@ -15,6 +15,7 @@ class PseudoTerminalPrinter : public SimulatedPrinter {
     std::string MultiBlockQuery(int blocks) const override {
         return sim::kMultiBlockTestCommand + std::to_string(blocks);
     }
+    std::string PrintedText() const override { return simulator_.PaperText(); }
 
   private:
     sim::Simulator simulator_;

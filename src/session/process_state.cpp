@@ -1,13 +1,12 @@
-// The trace's on-screen view is a report preview 80 columns wide.
-#include "host/debug_view.h"
-#include "host/trace_log.h"
-#include "preview/quick_view.h"
 #include "session/process_state.h"
 
-namespace corvid::session {
+#include "host/debug_view.h"
+#include "preview/quick_view.h"
 
+namespace corvid::session {
 namespace {
 
+// The trace's on-screen view is a report preview 80 columns wide.
 class QuickViewDebugView : public host::DebugView {
   public:
     QuickViewDebugView() { view_.SetReportWidth(80); }
@@ -20,9 +19,13 @@ class QuickViewDebugView : public host::DebugView {
 
 }  // namespace
 
-void InstallDebugViewFactory() {
-    host::TraceLog::Process().SetDebugViewFactory(
-        [] { return std::make_shared<QuickViewDebugView>(); });
+ProcessState::ProcessState() {
+    trace.SetDebugViewFactory([] { return std::make_shared<QuickViewDebugView>(); });
+}
+
+ProcessState& Process() {
+    static ProcessState state;
+    return state;
 }
 
 }  // namespace corvid::session

@@ -1,0 +1,12 @@
+// The printer's code page, Windows-1252, shown as UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvid::sim {
+
+// Bytes the code page leaves undefined become U+FFFD.
+std::string Cp1252ToUtf8(std::string_view bytes);
+
+}  // namespace corvid::sim

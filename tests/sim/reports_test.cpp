@@ -1,0 +1,59 @@
+// The rates and flags of S3, daily reports and reprints.
+#include <gtest/gtest.h>
+
+#include "printer_fixture.h"
+
+namespace corvid::sim::testing {
+namespace {
+
+TEST_F(PrinterTest, S3ReportsRatesAndFlagsAndFlag21SetsNumberWidths) {
+    std::vector<std::string> fields = FieldsOf(SendCommand("S3"));
+    ASSERT_EQ(fields.size(), 5u);
+    EXPECT_EQ(fields[0], "01600");
+    EXPECT_EQ(fields[1], "00800");
+    EXPECT_EQ(fields[2], "03100");
+    EXPECT_EQ(fields[3], "0300");
+    EXPECT_EQ(fields[4], std::string(128, '0'));
+
+    Accept("PJ2102");
+    EXPECT_EQ(FieldsOf(SendCommand("S3"))[4].substr(42, 2), "02");
+    // Prices now carry three decimals: 0000012500 is 12,500.
+    Accept(Cmd("!", "0000012500", "00001000", "PAN"));
+    Accept("101");
+    EXPECT_EQ(std::stol(S1()[1]), 1450);
+}
+
+TEST_F(PrinterTest, DailyClosingReportsAndStartsANewDay) {
+    Accept(Cmd("!", "0000001000", "00001000", "PAN"));
+    Accept("101");
+    Accept("I0X");
+    std::string paper = sim_->PaperText();
+    EXPECT_NE(paper.find("REPORTE X                           0020"), std::string::npos);
+    EXPECT_NE(paper.find("FACTURAS                               1"), std::string::npos);
+    EXPECT_NE(paper.find("EFECTIVO                           11,60"), std::string::npos);
+    EXPECT_EQ(std::stol(S1()[1]), 1160);
+
+    Accept("I0Z");
+    std::vector<std::string> s1 = S1();
+    EXPECT_EQ(std::stol(s1[1]), 0);
+    EXPECT_EQ(std::stol(s1[3]), 0);
+    EXPECT_EQ(s1[2], "00001521");
+    EXPECT_EQ(s1[6], "0205");
+    EXPECT_NE(sim_->PaperText().find("REPORTE Z                           0205"),
+              std::string::npos);
+}
+
+TEST_F(PrinterTest, ReprintsInvoicesByNumberAndDate) {
+    Accept(Cmd("!", "0000001000", "00001000", "PAN"));
+    Accept("101");
+    const std::string original = sim_->PaperText();
+    Accept(Cmd("RF", "0001521", "0001521"));
+    Accept(Cmd("Rf", "0240517", "0240517"));
+    Refuse(Cmd("RF", "0001522", "0001600"));
+    Refuse(Cmd("RF", "0001521", "0001520"));
+    EXPECT_EQ(sim_->PaperText(), original + "             *** COPIA ***\n" + original +
+                                     "             *** COPIA ***\n" + original);
+}
+
+}  // namespace
+}  // namespace corvid::sim::testing

@@ -1,0 +1,233 @@
+#include "corvid/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+
+#include "corvid/date_text.h"
+#include "corvid/port_device.h"
+
+namespace corvid::tool {
+
+namespace {
+
+constexpr const char* kDescription =
+    "corvid: talk to a fiscal printer from the command line.\n"
+    "Without --port the built-in simulated printer answers (Linux only).";
+
+constexpr const char* kFooter =
+    "Control bytes in a command are written as the trace writes them: [STX], [ETX], [010].\n"
+    "Exit status: 0 when the printer accepted everything, 1 when it refused, did not answer\n"
+    "or the port would not open, 2 for a mistake on the command line or in a file, 124 when\n"
+    "--deadline passed, 130 after Ctrl-C. Run corvid COMMAND --help for a command's help.";
+
+// A longest wait a person could mean; it also keeps the deadline clear of overflow.
+constexpr double kLongestDeadlineSeconds = 7 * 24 * 3600;
+
+struct Mistake {
+    std::string message;
+};
+
+CLI::Validator DeadlineValidator() {
+    return CLI::Validator(
+        [](std::string& text) -> std::string {
+            std::size_t used = 0;
+            double seconds = 0;
+            try {
+                seconds = std::stod(text, &used);
+            } catch (const std::exception&) {
+                used = 0;
+            }
+            if (used != text.size() || !(seconds > 0) || seconds > kLongestDeadlineSeconds) {
+                return "expected a number of seconds above 0 (at most a week), found '" + text +
+                       "'";
+            }
+            return {};
+        },
+        "SECONDS");
+}
+
+CLI::Validator ReportKindValidator() {
+    return CLI::Validator(
+        [](std::string& text) -> std::string {
+            if (text == "x" || text == "X" || text == "z" || text == "Z") return {};
+            return "expected x (the X report) or z (the daily closure), found '" + text + "'";
+        },
+        "x|z");
+}
+
+// The word the person typed where a command was expected, if any.
+std::string FirstWord(const std::vector<std::string>& remaining) {
+    for (const std::string& word : remaining) {
+        if (word.empty() || word[0] != '-') return word;
+    }
+    return {};
+}
+
+std::optional<PortChoice> PortOption(const CLI::Option* option, const std::string& text) {
+    if (option->count() == 0) return std::nullopt;
+    PortChoice choice;
+    try {
+        choice = ParsePortChoice(text);
+    } catch (const std::invalid_argument& e) {
+        throw Mistake{e.what()};
+    }
+    if (!choice.device.empty() && !CanOpenDeviceFiles()) {
+        throw Mistake{"--port " + text + ": name the port as COMn (device paths are for Linux)"};
+    }
+    return choice;
+}
+
+}  // namespace
+
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
+    ParsedCommandLine parsed;
+    Invocation inv;
+
+    CLI::App app{kDescription, "corvid"};
+    app.footer(kFooter);
+    app.require_subcommand(1);
+    // Global options may also follow the command.
+    app.fallthrough();
+
+    std::string portText;
+    CLI::Option* portOption =
+        app.add_option("--port", portText, "COMn, a port number, or a device such as /dev/ttyUSB0");
+    app.add_flag("--trace", inv.trace, "show every line of the session trace");
+    app.add_option("--deadline", inv.deadlineSeconds,
+                   "give up after this many seconds, however the printer behaves")
+        ->check(DeadlineValidator())
+        ->capture_default_str();
+
+    std::string word;
+    std::vector<std::string> lines;
+    std::string dateOrTime;
+    std::string reportKind;
+
+    struct Entry {
+        Command command;
+        CLI::App* app;
+    };
+    std::vector<Entry> entries;
+    auto add = [&](Command command, const char* name, const char* help) {
+        CLI::App* sub = app.add_subcommand(name, help);
+        entries.push_back({command, sub});
+        return sub;
+    };
+
+    add(Command::kStatus, "status", "status bytes in words, the serial number, the S1 fields");
+    add(Command::kSend, "send", "one checked exchange, e.g. send w (opens the cash drawer)")
+        ->add_option("COMMAND", word, "the command text")
+        ->required();
+    add(Command::kQuery, "query", "the fields of every block of the reply")
+        ->add_option("COMMAND", word, "the command text")
+        ->required();
+    add(Command::kSale, "sale", "run the sale described in a JSON file (see samples/sale.json)")
+        ->add_option("FILE", word, "the sale file")
+        ->required();
+    add(Command::kCreditNote, "credit-note",
+        "run the credit note described in a JSON file (see samples/credit_note.json)")
+        ->add_option("FILE", word, "the credit-note file")
+        ->required();
+    add(Command::kNonFiscal, "nonfiscal", "print a non-fiscal document, one line per TEXT")
+        ->add_option("TEXT", lines, "the lines; the last one closes the document")
+        ->required();
+    add(Command::kReport, "report", "the X report or the Z report (daily closure)")
+        ->add_option("KIND", reportKind, "x or z")
+        ->required()
+        ->check(ReportKindValidator());
+    CLI::App* header = add(Command::kHeader, "header", "program header line N");
+    header->add_option("N", inv.line, "line number")->required()->check(CLI::Range(1, 99));
+    header->add_option("TEXT", word, "the text, centred on 40 columns")->required();
+    CLI::App* footer = add(Command::kFooter, "footer", "program footer line N");
+    // A footer line number travels as one letter, A for 1 to Z for 26.
+    footer->add_option("N", inv.line, "line number")->required()->check(CLI::Range(1, 26));
+    footer->add_option("TEXT", word, "the text, centred on 40 columns")->required();
+    add(Command::kSetDate, "set-date", "set the printer's date")
+        ->add_option("DATE", dateOrTime, "dd-mm-yyyy; today when left out");
+    add(Command::kSetTime, "set-time", "set the printer's clock")
+        ->add_option("TIME", dateOrTime, "hh:mm:ss; now when left out");
+    add(Command::kDemo, "demo",
+        "a sale, a credit note and an X report on the simulated printer, with its paper");
+
+    // Leftover words are collected rather than refused by the parser, so that the message
+    // can say "unknown command" rather than only that a command is required.
+    app.allow_extras();
+
+    std::vector<std::string> reversed(args.rbegin(), args.rend());
+    try {
+        app.parse(reversed);
+        const std::vector<std::string> extras = app.remaining(true);
+        if (!extras.empty()) throw Mistake{"unexpected argument '" + extras.front() + "'"};
+
+        const auto chosen = std::find_if(entries.begin(), entries.end(),
+                                         [](const Entry& e) { return e.app->parsed(); });
+        inv.command = chosen->command;
+        inv.port = PortOption(portOption, portText);
+        if (inv.command == Command::kDemo && inv.port) {
+            throw Mistake{"demo runs on the built-in simulated printer; leave --port out"};
+        }
+        switch (inv.command) {
+            case Command::kNonFiscal:
+                inv.words = lines;
+                break;
+            case Command::kReport:
+                inv.reportKind = reportKind == "z" || reportKind == "Z" ? 'Z' : 'X';
+                break;
+            case Command::kSetDate:
+                if (!dateOrTime.empty() && !(inv.when = ParseDayMonthYear(dateOrTime))) {
+                    throw Mistake{"set-date: expected a date written dd-mm-yyyy, found '" +
+                                  dateOrTime + "'"};
+                }
+                break;
+            case Command::kSetTime:
+                if (!dateOrTime.empty() && !(inv.when = ParseTimeOfDay(dateOrTime))) {
+                    throw Mistake{"set-time: expected a time written hh:mm:ss, found '" +
+                                  dateOrTime + "'"};
+                }
+                break;
+            case Command::kSend:
+            case Command::kQuery:
+            case Command::kSale:
+            case Command::kCreditNote:
+            case Command::kHeader:
+            case Command::kFooter:
+                inv.words = {word};
+                break;
+            case Command::kStatus:
+            case Command::kDemo:
+                break;
+        }
+        parsed.invocation = std::move(inv);
+        return parsed;
+    } catch (const CLI::CallForHelp& help) {
+        std::ostringstream out, err;
+        parsed.exitCode = app.exit(help, out, err);
+        parsed.output = out.str();
+        return parsed;
+    } catch (const CLI::ParseError& error) {
+        const bool noCommand = app.get_subcommands().empty();
+        const std::string typed = noCommand ? FirstWord(app.remaining(true)) : std::string();
+        if (noCommand && !typed.empty()) {
+            parsed.error = "unknown command '" + typed + "'";
+        } else if (noCommand && dynamic_cast<const CLI::RequiredError*>(&error)) {
+            parsed.error = "no command given";
+        } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) {
+            // "--port: 1 required TEXT missing" in plainer words.
+            const std::string what = error.what();
+            parsed.error = what.substr(0, what.find(':')) + " needs a value";
+        } else {
+            parsed.error = error.what();
+        }
+        if (!noCommand && parsed.error.compare(0, 2, "--") != 0) {
+            parsed.error = app.get_subcommands().front()->get_name() + ": " + parsed.error;
+        }
+    } catch (const Mistake& mistake) {
+        parsed.error = mistake.message;
+    }
+    parsed.exitCode = kExitUsage;
+    parsed.error = "corvid: " + parsed.error + " (see corvid --help)\n";
+    return parsed;
+}
+
+}  // namespace corvid::tool

@@ -1,0 +1,63 @@
+// The tool's command line: global options, one command and its arguments. Everything is
+// checked here, before any port or file is opened, so a mistake is reported as such.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "automation/variant.h"
+#include "corvid/port_choice.h"
+
+namespace corvid::tool {
+
+enum class Command {
+    kStatus,
+    kSend,
+    kQuery,
+    kSale,
+    kCreditNote,
+    kNonFiscal,
+    kReport,
+    kHeader,
+    kFooter,
+    kSetDate,
+    kSetTime,
+    kDemo,
+};
+
+// Exit statuses the tool's users can rely on.
+inline constexpr int kExitAccepted = 0;    // the printer accepted everything
+inline constexpr int kExitFailed = 1;      // refused, no answer, or the port would not open
+inline constexpr int kExitUsage = 2;       // a mistake on the command line or in a file
+inline constexpr int kExitDeadline = 124;  // --deadline passed
+inline constexpr int kExitInterrupted = 130;
+
+inline constexpr double kDefaultDeadlineSeconds = 60;
+
+struct Invocation {
+    std::optional<PortChoice> port;  // none: the built-in simulated printer
+    bool trace = false;
+    double deadlineSeconds = kDefaultDeadlineSeconds;
+    Command command = Command::kStatus;
+    // As typed (UTF-8): the command text of send and query, the file of sale and
+    // credit-note, the lines of nonfiscal, the text of header and footer.
+    std::vector<std::string> words;
+    char reportKind = 'X';  // 'X' or 'Z'
+    int line = 0;           // header and footer
+    // set-date and set-time; none means the computer's clock.
+    std::optional<automation::Date> when;
+};
+
+struct ParsedCommandLine {
+    // Empty when there is nothing to run: after --help, or after a mistake.
+    std::optional<Invocation> invocation;
+    int exitCode = kExitAccepted;
+    std::string output;  // for standard output (help)
+    std::string error;   // for standard error, naming the mistake
+};
+
+// `args` without the program's name.
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args);
+
+}  // namespace corvid::tool

@@ -1,0 +1,181 @@
+#include "corvid/tool_run.h"
+
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <ostream>
+#include <variant>
+
+#include "automation/dates.h"
+#include "automation/vb_error.h"
+#include "corvid/abrupt_exit.h"
+#include "corvid/command_line.h"
+#include "corvid/commands.h"
+#include "corvid/control_tags.h"
+#include "corvid/demo.h"
+#include "corvid/document_files.h"
+#include "corvid/printer_target.h"
+#include "corvid/session_document_printer.h"
+#include "corvid/step_runner.h"
+#include "corvid/text_codec.h"
+#include "corvid/tool_prompts.h"
+#include "corvid/watchdog.h"
+#include "session/printer_fiscal.h"
+#include "session/process_state.h"
+
+namespace corvid::tool {
+
+namespace {
+
+using Document = std::variant<std::monostate, Sale, CreditNote>;
+
+// Sale and credit-note files are read before anything is opened: a mistake in the file
+// sends nothing.
+Document LoadDocument(const Invocation& inv) {
+    if (inv.command == Command::kSale) return ParseSale(ReadDocumentFile(inv.words[0]));
+    if (inv.command == Command::kCreditNote) return ParseCreditNote(ReadDocumentFile(inv.words[0]));
+    return {};
+}
+
+// The library's message boxes and (with --trace) its trace go to `out` while the tool
+// runs.
+class SessionOutput {
+  public:
+    SessionOutput(std::ostream& out, bool trace)
+        : previousPrompts_(host::ReplaceUserPrompts(std::make_shared<ToolPrompts>(out))) {
+        if (!trace) return;
+        auto& log = session::Process().trace;
+        log.SetIsDebug(true);
+        log.SetFileEnabled(false);
+        sink_ = log.AddSink(
+            [&out](const std::string& line) { out << "  | " << Cp1252ToUtf8(line) << "\n"; });
+    }
+    ~SessionOutput() {
+        if (sink_ != 0) session::Process().trace.RemoveSink(sink_);
+        host::ReplaceUserPrompts(previousPrompts_);
+    }
+
+  private:
+    std::shared_ptr<host::UserPrompts> previousPrompts_;
+    int sink_ = 0;
+};
+
+Steps StepsOf(const Invocation& inv, const Document& document) {
+    switch (inv.command) {
+        case Command::kSale:
+            return SaleSteps(std::get<Sale>(document));
+        case Command::kCreditNote:
+            return CreditNoteSteps(std::get<CreditNote>(document));
+        case Command::kNonFiscal: {
+            std::vector<std::string> lines;
+            for (const std::string& word : inv.words) lines.push_back(Utf8ToCp1252(word));
+            return NonFiscalSteps(lines);
+        }
+        case Command::kReport:
+            return {ReportStep(inv.reportKind)};
+        case Command::kHeader:
+            return {HeaderStep(inv.line, Utf8ToCp1252(inv.words[0]))};
+        case Command::kFooter:
+            return {FooterStep(inv.line, Utf8ToCp1252(inv.words[0]))};
+        case Command::kSetDate:
+            return {SetDateStep(inv.when ? *inv.when : automation::DateOnly(automation::Now()))};
+        case Command::kSetTime:
+            return {SetTimeStep(inv.when ? *inv.when : automation::Now())};
+        default:
+            return {};
+    }
+}
+
+// Every step accepted does not make a finished document: payments short of the total leave
+// it open, and the printer then refuses everything else until it is paid or cancelled.
+bool FiscalDocumentLeftOpen(session::PrinterFiscal& printer, std::ostream& out) {
+    printer.GetStatus();
+    // The low bits of STS1: 1 while a fiscal document is open, 2 a non-fiscal one.
+    if (!Accepted(printer.outcome()) || (printer.outcome().STS1 & 0x03) != 1) return false;
+    out << "The document is still open (" << Cp1252ToUtf8(printer.explainSTS1())
+        << "): the payments do not cover its total. Pay the rest, or cancel it with: "
+           "corvid send 7\n";
+    return true;
+}
+
+int RunOnPrinter(session::PrinterFiscal& printer, const PrinterTarget& target,
+                 const Invocation& inv, const Document& document, std::ostream& out) {
+    switch (inv.command) {
+        case Command::kStatus:
+            return ShowStatus(printer, out);
+        case Command::kSend:
+            return SendCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
+        case Command::kQuery:
+            return QueryCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
+        case Command::kDemo:
+            return RunDemo(printer, *target.simulator(), out);
+        default: {
+            SessionDocumentPrinter documents(printer);
+            const Steps steps = StepsOf(inv, document);
+            if (!RunSteps(documents, steps, out)) return kExitFailed;
+            out << "Accepted: " << steps.size() << (steps.size() == 1 ? " step" : " steps")
+                << ".\n";
+            const bool fiscal =
+                inv.command == Command::kSale || inv.command == Command::kCreditNote;
+            return fiscal && FiscalDocumentLeftOpen(printer, out) ? kExitFailed : kExitAccepted;
+        }
+    }
+}
+
+int Run(const Invocation& inv, const Document& document, std::ostream& out, std::ostream& err) {
+    const PrinterTarget target(inv.port);
+    out << "Printer: " << target.description() << "\n";
+    session::PrinterFiscal printer;
+    // After the session's creation, which sets the trace flags from the settings.
+    const SessionOutput sessionOutput(out, inv.trace);
+    try {
+        printer.Abrir(target.port());
+    } catch (const automation::VbError& e) {
+        err << "corvid: cannot open " << target.description() << ": "
+            << Cp1252ToUtf8(e.description()) << "\n";
+        return kExitFailed;
+    }
+    const int status = RunOnPrinter(printer, target, inv, document, out);
+    printer.Cerrar();
+    return status;
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    const ParsedCommandLine parsed = ParseCommandLine(args);
+    out << parsed.output;
+    err << parsed.error;
+    if (!parsed.invocation) return parsed.exitCode;
+    const Invocation& inv = *parsed.invocation;
+
+    // Armed first, so that it bounds everything after the command line: reading the file
+    // too, which may be a pipe that never delivers.
+    char expired[160];
+    std::snprintf(expired, sizeof expired,
+                  "\ncorvid: no result within %g s (--deadline); gave up, the port is closed\n",
+                  inv.deadlineSeconds);
+    const Watchdog watchdog(
+        std::chrono::duration<double>(inv.deadlineSeconds),
+        [message = std::string(expired)] { ExitNow(message.c_str(), kExitDeadline); });
+
+    Document document;
+    try {
+        document = LoadDocument(inv);
+    } catch (const DocumentFileError& e) {
+        err << "corvid: " << inv.words[0] << ": " << e.what() << "\n";
+        return kExitUsage;
+    }
+
+    try {
+        return Run(inv, document, out, err);
+    } catch (const automation::VbError& e) {
+        err << "corvid: error " << e.number() << " from " << e.source() << ": "
+            << Cp1252ToUtf8(e.description()) << "\n";
+    } catch (const std::exception& e) {
+        err << "corvid: " << e.what() << "\n";
+    }
+    return kExitFailed;
+}
+
+}  // namespace corvid::tool
