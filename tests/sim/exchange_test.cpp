@@ -16,17 +16,6 @@ namespace {
 using Direction = TranscriptEntry::Direction;
 using What = TranscriptEntry::What;
 
-std::tm May17At103015() {
-    std::tm t{};
-    t.tm_year = 124;
-    t.tm_mon = 4;
-    t.tm_mday = 17;
-    t.tm_hour = 10;
-    t.tm_min = 30;
-    t.tm_sec = 15;
-    return t;
-}
-
 TEST_F(SimulatorTest, StatusRequestGetsStatusBytesWithCheck) {
     EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x60, 0x40, 3, 0x60 ^ 0x40 ^ 3}));
     sim_->SetStatusBytes(0x61, 0x08);

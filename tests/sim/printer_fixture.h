@@ -14,13 +14,7 @@ class PrinterTest : public SimulatorTest {
   protected:
     static SimulatorConfig StoppedClock() {
         SimulatorConfig config;
-        std::tm& t = config.printer.clock.emplace();
-        t.tm_year = 124;
-        t.tm_mon = 4;
-        t.tm_mday = 17;
-        t.tm_hour = 10;
-        t.tm_min = 30;
-        t.tm_sec = 15;
+        config.printer.clock = May17At103015();
         return config;
     }
     void SetUp() override { Start(StoppedClock()); }

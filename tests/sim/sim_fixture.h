@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,6 +15,18 @@
 namespace corvid::sim::testing {
 
 inline constexpr milliseconds kQuiet{80};  // long enough to tell "no reply" on an idle line
+
+// The printer's clock stopped at 2024-05-17 10:30:15.
+inline std::tm May17At103015() {
+    std::tm t{};
+    t.tm_year = 124;
+    t.tm_mon = 4;
+    t.tm_mday = 17;
+    t.tm_hour = 10;
+    t.tm_min = 30;
+    t.tm_sec = 15;
+    return t;
+}
 
 class SimulatorTest : public ::testing::Test {
   protected:
