@@ -16,6 +16,11 @@ CheckTrue "PasarMontoDescuento says False when accepted", Not p.PasarMontoDescue
 Check "CerrarConMedio", p.CerrarConMedio(1, 30), 0
 Check "the printer took the payment", p.resultFlag, 6
 Check "PrintNoFiscal", p.PrintNoFiscal("Gracias", True), 0
+Check "PasarDatosClienteNC", p.PasarDatosClienteNC("ANA DIAZ", "V-1", "", "00001521", "Z1B3000815", _
+    DateSerial(2024, 5, 17)), 0
+Check "RefundItem", p.RefundItem("CAFE", 10, 1, 16), 0
+Check "CerrarNotaCreditoConMedio", p.CerrarNotaCreditoConMedio(1, "11.6"), 0
+Check "the printer took the refund", p.resultFlag, 6
 p.Cerrar
 
 Set fso = CreateObject("Scripting.FileSystemObject")
@@ -45,6 +50,14 @@ expected = "FACTURA                         00001521" & vbLf & _
     "CAMBIO                              2,55" & vbLf
 CheckTrue "the receipt as printed", InStr(paper, expected) > 0
 If InStr(paper, expected) = 0 Then WScript.Echo paper
+expected = "FACTURA AFECTADA: 00001521" & vbLf & "IMPRESORA: Z1B3000815" & vbLf & _
+    "FECHA FACTURA: 17-05-2024" & vbLf & String(40, "-") & vbLf & _
+    "CAFE                      (G)      10,00" & vbLf & String(40, "-") & vbLf & _
+    "BI G (16,00%)                      10,00" & vbLf & _
+    "IVA G (16,00%)                      1,60" & vbLf & String(40, "-") & vbLf & _
+    "TOTAL                              11,60" & vbLf & _
+    "EFECTIVO                           11,60" & vbLf
+CheckTrue "the credit note as printed", InStr(paper, expected) > 0
 CheckTrue "the non-fiscal line closes its own document", InStr(paper, "Gracias" & vbLf & String(40, "-")) > 0
 
 Finish
