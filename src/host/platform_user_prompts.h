@@ -8,5 +8,7 @@
 namespace corvid::host {
 
 std::shared_ptr<UserPrompts> MakePlatformUserPrompts();
+// Hands a message to the echo set with SetPromptEcho, if any.
+void EchoPrompt(const std::string& message);
 
 }  // namespace corvid::host

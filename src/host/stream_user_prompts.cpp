@@ -5,6 +5,7 @@ namespace corvid::host {
 PromptAnswer StreamUserPrompts::MessageBox(const std::string& text, PromptButtons buttons,
                                            PromptIcon /*icon*/, const std::string& title) {
     out_ << TitleOrLibrary(title) << '\n';
+    if (echo_) echo_(TitleOrLibrary(title) + ": " + text);
     out_ << text << '\n';
     const PromptAnswer answer =
         buttons == PromptButtons::kYesNo ? PromptAnswer::kYes : PromptAnswer::kOk;

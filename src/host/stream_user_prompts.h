@@ -1,9 +1,12 @@
 // Prompts for a host without a desktop: each message is written to a stream (the title on
 // its own line when there is one, then the text) and answered at once: Ok for an OK box,
 // Yes for a Yes/No question, the default text for an input box. Never waits for input.
+// An echo, when given, also receives every message (the session trace takes them).
 #pragma once
 
+#include <functional>
 #include <ostream>
+#include <string>
 
 #include "host/user_prompts.h"
 
@@ -11,7 +14,9 @@ namespace corvid::host {
 
 class StreamUserPrompts : public UserPrompts {
   public:
-    explicit StreamUserPrompts(std::ostream& out) : out_(out) {}
+    using Echo = std::function<void(const std::string& message)>;
+    explicit StreamUserPrompts(std::ostream& out, Echo echo = {})
+        : out_(out), echo_(std::move(echo)) {}
 
     PromptAnswer MessageBox(const std::string& text, PromptButtons buttons, PromptIcon icon,
                             const std::string& title) override;
@@ -20,6 +25,7 @@ class StreamUserPrompts : public UserPrompts {
 
   private:
     std::ostream& out_;
+    Echo echo_;
 };
 
 }  // namespace corvid::host

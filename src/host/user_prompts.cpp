@@ -12,7 +12,20 @@ std::shared_ptr<UserPrompts>& PromptsSlot() {
     return prompts;
 }
 
+std::function<void(const std::string&)>& EchoSlot() {
+    static std::function<void(const std::string&)> echo;
+    return echo;
+}
+
 }  // namespace
+
+void SetPromptEcho(std::function<void(const std::string& message)> echo) {
+    EchoSlot() = std::move(echo);
+}
+
+void EchoPrompt(const std::string& message) {
+    if (EchoSlot()) EchoSlot()(message);
+}
 
 UserPrompts& CurrentUserPrompts() { return *PromptsSlot(); }
 

@@ -1,6 +1,7 @@
 // Modal questions and messages to the person at the host (message box, input box).
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -38,6 +39,9 @@ class UserPrompts {
 // input (Ok for an OK box, Yes for a Yes/No question, the default text for an input box),
 // so that a host without a desktop never hangs.
 UserPrompts& CurrentUserPrompts();
+// Where the default prompts of a host without a desktop also write each message (the
+// session trace); the Windows message box does not use it.
+void SetPromptEcho(std::function<void(const std::string& message)> echo);
 // Replaces them; returns the previous. Used by tests and by hosts without a desktop.
 std::shared_ptr<UserPrompts> ReplaceUserPrompts(std::shared_ptr<UserPrompts> prompts);
 

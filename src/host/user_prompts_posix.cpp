@@ -6,7 +6,7 @@
 namespace corvid::host {
 
 std::shared_ptr<UserPrompts> MakePlatformUserPrompts() {
-    return std::make_shared<StreamUserPrompts>(std::cerr);
+    return std::make_shared<StreamUserPrompts>(std::cerr, EchoPrompt);
 }
 
 }  // namespace corvid::host

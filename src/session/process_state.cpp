@@ -1,6 +1,7 @@
 #include "session/process_state.h"
 
 #include "host/debug_view.h"
+#include "host/user_prompts.h"
 #include "preview/quick_view.h"
 
 namespace corvid::session {
@@ -21,6 +22,7 @@ class QuickViewDebugView : public host::DebugView {
 
 ProcessState::ProcessState() {
     trace.SetDebugViewFactory([] { return std::make_shared<QuickViewDebugView>(); });
+    host::SetPromptEcho([this](const std::string& message) { trace.Trace(message); });
 }
 
 ProcessState& Process() {

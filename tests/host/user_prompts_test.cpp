@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <vector>
 
 #include "host/stream_user_prompts.h"
 
@@ -9,7 +10,8 @@ namespace {
 
 TEST(StreamUserPrompts, WritesTitleAndTextAndAnswersWithoutWaiting) {
     std::ostringstream out;
-    StreamUserPrompts prompts(out);
+    std::vector<std::string> echoed;
+    StreamUserPrompts prompts(out, [&](const std::string& message) { echoed.push_back(message); });
     EXPECT_EQ(
         prompts.MessageBox("Imposible abrir", PromptButtons::kOk, PromptIcon::kCritical, "modComm"),
         PromptAnswer::kOk);
@@ -20,6 +22,8 @@ TEST(StreamUserPrompts, WritesTitleAndTextAndAnswersWithoutWaiting) {
     EXPECT_NE(text.find("modComm\nImposible abrir\n"), std::string::npos);
     EXPECT_NE(text.find("PrinterFiscalCorvid\nDesea emitirlo"), std::string::npos);
     EXPECT_NE(text.find("Buscar\nTexto:"), std::string::npos);
+    EXPECT_EQ(echoed, (std::vector<std::string>{"modComm: Imposible abrir",
+                                                "PrinterFiscalCorvid: Desea emitirlo"}));
 }
 
 }  // namespace
