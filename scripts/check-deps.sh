@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
 # Checks that every program and file the build and the tests use comes from a package named
-# in scripts/packages.txt (essential packages excepted), so that a package installed by hand
+# in the list of scripts/install-deps.sh (essential packages excepted), so that a package installed by hand
 # on a developer's machine cannot hide its absence from the list. Exits 1 with one line per
 # missing package.
 set -uo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-list=${CORVID_PACKAGE_LIST:-$here/packages.txt}
-mapfile -t listed < <(grep -v '^\s*#' "$list" | grep -v '^\s*$')
+# CORVID_PACKAGE_LIST names a file with another list, one package a line (to try the check).
+if [ -n "${CORVID_PACKAGE_LIST:-}" ]; then
+    mapfile -t listed < <(grep -v '^\s*$' "$CORVID_PACKAGE_LIST")
+else
+    mapfile -t listed < <("$here/install-deps.sh" --list)
+fi
 
 programs=(cmake ctest make gcc g++ clang-format
           x86_64-w64-mingw32-gcc-posix x86_64-w64-mingw32-g++-posix x86_64-w64-mingw32-windres
@@ -72,7 +76,7 @@ for what in $(printf '%s\n' "${wanted[@]}" | sort -u); do
     if [ -z "${owners[$what]:-}" ]; then
         echo "check-deps: $what belongs to no installed package"
     else
-        echo "check-deps: $what comes from package$(tr ' ' '\n' <<<"${owners[$what]}" | sort -u | tr '\n' ' ' | sed 's/ $//'), which scripts/packages.txt does not list"
+        echo "check-deps: $what comes from package$(tr ' ' '\n' <<<"${owners[$what]}" | sort -u | tr '\n' ' ' | sed 's/ $//'), which scripts/install-deps.sh does not list"
     fi
     failures=$((failures + 1))
 done

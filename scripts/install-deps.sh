@@ -1,8 +1,17 @@
 #!/usr/bin/env bash
-# Installs the Debian packages of scripts/packages.txt that are missing.
+# Installs the Debian packages the build, the tests and the tools need, those that are
+# missing. `--list` prints the list, one a line (scripts/check-deps.sh checks against it).
 set -euo pipefail
-cd "$(dirname "$0")"
-mapfile -t packages < <(grep -v '^\s*#' packages.txt | grep -v '^\s*$')
+packages=(
+    cmake make gcc g++ googletest libgtest-dev libgmock-dev libbenchmark-dev
+    nlohmann-json3-dev libcli11-dev clang-format
+    mingw-w64 gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
+    wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth
+)
+if [ "${1:-}" = --list ]; then
+    printf '%s\n' "${packages[@]}"
+    exit 0
+fi
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
