@@ -74,35 +74,48 @@ STDMETHODIMP PrinterFiscalObject::PasarLineaFactura(VARIANT* d, VARIANT* p, VARI
     });
 }
 
-std::int16_t PrinterFiscalObject::GeneralLine(const char* tipo, VARIANT* d, VARIANT* p, VARIANT* c,
-                                              VARIANT* i, VARIANT* codigo) {
+std::int16_t PrinterFiscalObject::GeneralLine(GeneralLineSender send, VARIANT* d, VARIANT* p,
+                                              VARIANT* c, VARIANT* i, VARIANT* codigo) {
     const ItemArguments a = Item(d, p, c, i);
-    return session_.detalleGeneral(tipo, a.descripcion, a.precio, a.cantidad, a.impuesto,
-                                   CodeOrEmpty(codigo));
+    return (session_.*send)(a.descripcion, a.precio, a.cantidad, a.impuesto, CodeOrEmpty(codigo));
 }
 
 STDMETHODIMP PrinterFiscalObject::detalleGeneral(VARIANT* tipo, VARIANT* d, VARIANT* p, VARIANT* c,
                                                  VARIANT* i, VARIANT* codigo, VARIANT* outcome) {
     return Guard([&] {
         const std::string kind = Text(tipo);
-        SetShort(Checked(outcome), GeneralLine(kind.c_str(), d, p, c, i, codigo));
+        const ItemArguments a = Item(d, p, c, i);
+        SetShort(Checked(outcome),
+                 session_.detalleGeneral(kind, a.descripcion, a.precio, a.cantidad, a.impuesto,
+                                         CodeOrEmpty(codigo)));
     });
 }
 STDMETHODIMP PrinterFiscalObject::pasarLineaFacturaG(VARIANT* d, VARIANT* p, VARIANT* c, VARIANT* i,
                                                      VARIANT* codigo, SHORT* outcome) {
-    return Guard([&] { *Checked(outcome) = GeneralLine("F+", d, p, c, i, codigo); });
+    return Guard([&] {
+        *Checked(outcome) =
+            GeneralLine(&session::PrinterFiscal::pasarLineaFacturaG, d, p, c, i, codigo);
+    });
 }
 STDMETHODIMP PrinterFiscalObject::anularLineaFacturaG(VARIANT* d, VARIANT* p, VARIANT* c,
                                                       VARIANT* i, VARIANT* codigo, SHORT* outcome) {
-    return Guard([&] { *Checked(outcome) = GeneralLine("F-", d, p, c, i, codigo); });
+    return Guard([&] {
+        *Checked(outcome) =
+            GeneralLine(&session::PrinterFiscal::anularLineaFacturaG, d, p, c, i, codigo);
+    });
 }
 STDMETHODIMP PrinterFiscalObject::pasarLineaNCG(VARIANT* d, VARIANT* p, VARIANT* c, VARIANT* i,
                                                 VARIANT* codigo, SHORT* outcome) {
-    return Guard([&] { *Checked(outcome) = GeneralLine("C+", d, p, c, i, codigo); });
+    return Guard([&] {
+        *Checked(outcome) = GeneralLine(&session::PrinterFiscal::pasarLineaNCG, d, p, c, i, codigo);
+    });
 }
 STDMETHODIMP PrinterFiscalObject::anularLineaNCG(VARIANT* d, VARIANT* p, VARIANT* c, VARIANT* i,
                                                  VARIANT* codigo, SHORT* outcome) {
-    return Guard([&] { *Checked(outcome) = GeneralLine("C-", d, p, c, i, codigo); });
+    return Guard([&] {
+        *Checked(outcome) =
+            GeneralLine(&session::PrinterFiscal::anularLineaNCG, d, p, c, i, codigo);
+    });
 }
 STDMETHODIMP PrinterFiscalObject::IndiceTasa(double* idblTasa, SHORT* index) {
     return Guard([&] { *Checked(index) = session_.IndiceTasa(*Checked(idblTasa)); });

@@ -124,8 +124,11 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
     STDMETHODIMP reimprimirFactura(VARIANT* numero) override;
 
   private:
-    // A "G" item line of kind `tipo` from the host's arguments.
-    std::int16_t GeneralLine(const char* tipo, VARIANT* descripcion, VARIANT* precio,
+    // One of the "G" item-line wrappers, called with the host's converted arguments.
+    using GeneralLineSender = std::int16_t (session::PrinterFiscal::*)(std::string_view,
+                                                                       automation::Currency, double,
+                                                                       double, std::string_view);
+    std::int16_t GeneralLine(GeneralLineSender send, VARIANT* descripcion, VARIANT* precio,
                              VARIANT* cantidad, VARIANT* impuesto, VARIANT* codigo);
     static automation::Variant ReprintLimit(const std::string& cmd, const VARIANT* limit);
 

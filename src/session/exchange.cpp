@@ -35,7 +35,6 @@ Exchange::Exchange(std::shared_ptr<SerialLine> line, host::TraceLog& trace,
     : line_(std::move(line)), trace_(trace), settings_(settings) {}
 
 void Exchange::Open(std::int16_t port) {
-    Close();
     port_ = port;
     if (line_->Open(port_, "COM" + std::to_string(port_), kPortSettings) != 0) {
         throw automation::VbError(40001, "PrinterFiscal.Abrir", line_->ErrorText());

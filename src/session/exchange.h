@@ -33,7 +33,8 @@ class Exchange {
     // The port in use; 0 when none. A failed Open leaves the number set.
     std::int16_t port() const { return port_; }
 
-    // Closes the port in use first. Raises error 40001 when the port cannot be opened.
+    // Opens "COM" & port (the caller closes the port in use first). Raises error 40001
+    // when the port cannot be opened; the number stays.
     void Open(std::int16_t port);
     void Close();
     // Clears RTS, raises DTR.

@@ -117,11 +117,6 @@ std::string PrinterFiscal::GetMultipleResponsesStr(std::string_view cmd,
     return JoinFields(rows, row);
 }
 
-std::string PrinterFiscal::responseItem(std::int16_t selector, const Fields& s) {
-    if (selector < 0 || static_cast<std::size_t>(selector) >= s.size()) return "<nil>";
-    return s[static_cast<std::size_t>(selector)];
-}
-
 std::string PrinterFiscal::FormatPrecio(double value) {
     return amounts_.Format(documents::AmountKind::kPrice, value);
 }

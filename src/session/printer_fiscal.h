@@ -79,7 +79,6 @@ class PrinterFiscal {
     std::string GetMultipleResponsesStr(std::string_view cmd,
                                         std::optional<std::string_view> itemSep = std::nullopt,
                                         std::optional<std::string_view> rowSep = std::nullopt);
-    static std::string responseItem(std::int16_t selector, const Fields& s);
 
     // Item lines. A negative quantity sends nothing and returns pfClientError.
     std::int16_t PasarItem(std::string_view descripcion, automation::Currency precio,
@@ -93,6 +92,16 @@ class PrinterFiscal {
     std::int16_t detalleGeneral(std::string_view tipo, std::string_view descripcion,
                                 automation::Currency precio, double cantidad, double impuesto,
                                 std::string_view codigo = {});
+    // detalleGeneral with kind "F+", "F-", "C+" and "C-".
+    std::int16_t pasarLineaFacturaG(std::string_view descripcion, automation::Currency precio,
+                                    double cantidad, double impuesto, std::string_view codigo = {});
+    std::int16_t anularLineaFacturaG(std::string_view descripcion, automation::Currency precio,
+                                     double cantidad, double impuesto,
+                                     std::string_view codigo = {});
+    std::int16_t pasarLineaNCG(std::string_view descripcion, automation::Currency precio,
+                               double cantidad, double impuesto, std::string_view codigo = {});
+    std::int16_t anularLineaNCG(std::string_view descripcion, automation::Currency precio,
+                                double cantidad, double impuesto, std::string_view codigo = {});
     // The rate index of a tax percentage: the configured rates, then the printer's.
     std::int16_t IndiceTasa(double tasa);
 

@@ -54,6 +54,27 @@ std::int16_t PrinterFiscal::detalleGeneral(std::string_view tipo, std::string_vi
         documents::GeneralItemCommand(tipo, index, precio, cantidad, codigo, descripcion));
 }
 
+std::int16_t PrinterFiscal::pasarLineaFacturaG(std::string_view descripcion, Currency precio,
+                                               double cantidad, double impuesto,
+                                               std::string_view codigo) {
+    return detalleGeneral("F+", descripcion, precio, cantidad, impuesto, codigo);
+}
+std::int16_t PrinterFiscal::anularLineaFacturaG(std::string_view descripcion, Currency precio,
+                                                double cantidad, double impuesto,
+                                                std::string_view codigo) {
+    return detalleGeneral("F-", descripcion, precio, cantidad, impuesto, codigo);
+}
+std::int16_t PrinterFiscal::pasarLineaNCG(std::string_view descripcion, Currency precio,
+                                          double cantidad, double impuesto,
+                                          std::string_view codigo) {
+    return detalleGeneral("C+", descripcion, precio, cantidad, impuesto, codigo);
+}
+std::int16_t PrinterFiscal::anularLineaNCG(std::string_view descripcion, Currency precio,
+                                           double cantidad, double impuesto,
+                                           std::string_view codigo) {
+    return detalleGeneral("C-", descripcion, precio, cantidad, impuesto, codigo);
+}
+
 std::int16_t PrinterFiscal::IndiceTasa(double tasa) {
     if (tasa < 0) {
         const auto percibido = host::ReadInt16Setting("IndicePercibido", 4);

@@ -95,6 +95,20 @@ TEST_F(DocumentsTest, AmountFormatsFollowThePrintersFlag21) {
     EXPECT_EQ(Block(*line_, 2), "101");  // S3 asked once per session
 }
 
+TEST_F(DocumentsTest, GeneralLineWrappersSendTheirKind) {
+    Set("0", "8", host::kRatesSection);
+    PrinterFiscal& s = OpenSession();
+    const Currency price = Currency::FromDouble(1);
+    s.pasarLineaFacturaG("A", price, 1, 8);
+    s.anularLineaFacturaG("A", price, 1, 8);
+    s.pasarLineaNCG("A", price, 1, 8, "X");
+    s.anularLineaNCG("A", price, 1, 8);
+    EXPECT_EQ(Block(*line_, 0), "F+01,00||1,000||A");
+    EXPECT_EQ(Block(*line_, 1), "F-01,00||1,000||A");
+    EXPECT_EQ(Block(*line_, 2), "C+01,00||1,000|||X|A");
+    EXPECT_EQ(Block(*line_, 3), "C-01,00||1,000||A");
+}
+
 TEST_F(DocumentsTest, InvertedBooleansAreTrueOnFailure) {
     Set("TimeOut", "1");
     PrinterFiscal& s = OpenSession();

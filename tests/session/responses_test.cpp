@@ -66,12 +66,5 @@ TEST_F(SessionTest, ABlockThatNeverCompletesEndsAMultiBlockReply) {
     EXPECT_EQ(s.outcome().pfError, pfCommError);
 }
 
-TEST_F(SessionTest, ResponseItemOutsideTheArrayIsNil) {
-    const Fields s{"a", "b", "c"};
-    EXPECT_EQ(PrinterFiscal::responseItem(2, s), "c");
-    EXPECT_EQ(PrinterFiscal::responseItem(5, s), "<nil>");
-    EXPECT_EQ(PrinterFiscal::responseItem(-1, s), "<nil>");
-}
-
 }  // namespace
 }  // namespace corvid::session::testing
