@@ -116,44 +116,6 @@ TEST_F(SimulatorTest, NewRequestAbandonsPendingBlocks) {
     EXPECT_EQ(line_->ReadChunk(kQuiet), "");
 }
 
-TEST_F(SimulatorTest, MultiBlockTestCommandRefusesBadCounts) {
-    EXPECT_EQ(SendCommand("~B0"), Bytes({21}));
-    EXPECT_EQ(SendCommand("~Bx"), Bytes({21}));
-    EXPECT_EQ(SendCommand("~B100"), Bytes({21}));
-}
-
-TEST_F(SimulatorTest, RegisteredHandlersChangeStateAndLongestPrefixWins) {
-    sim_->RegisterHandler("I0",
-                          [](std::string_view, FiscalState&) { return CommandAnswer::Nak(); });
-    sim_->RegisterHandler("I0Z", [](std::string_view command, FiscalState& state) {
-        ++state.closures;
-        return CommandAnswer::Data({std::string(command)});
-    });
-    EXPECT_EQ(SendCommand("I0X"), Bytes({21}));
-    EXPECT_EQ(SendCommand("I0Z"), session::BuildCommandBlock("I0Z"));
-    long closures = 0;
-    sim_->ChangeState([&](FiscalState& state) { closures = state.closures; });
-    EXPECT_EQ(closures, FiscalState{}.closures + 1);
-}
-
-TEST_F(SimulatorTest, WaitForBlocksIsBounded) {
-    EXPECT_FALSE(sim_->WaitForBlocks(1, milliseconds(30)));
-    for (int i = 0; i < 3; ++i) line_->Send(session::BuildCommandBlock("w"));
-    EXPECT_TRUE(sim_->WaitForBlocks(3, milliseconds(2000)));
-    EXPECT_FALSE(sim_->WaitForBlocks(4, milliseconds(30)));
-}
-
-TEST_F(SimulatorTest, TranscriptLinesAreReadable) {
-    SendCommand("S1");
-    std::vector<TranscriptEntry> entries = sim_->transcript().Entries();
-    ASSERT_EQ(entries.size(), 2u);
-    std::string line = FormatEntry(entries[0], sim_->startTime());
-    EXPECT_NE(line.find("host    [STX]S1[ETX]"), std::string::npos) << line;
-    EXPECT_NE(FormatEntry(entries[1], sim_->startTime()).find("printer [STX]S100[010]"),
-              std::string::npos);
-    EXPECT_LE(entries[0].at, entries[1].at);
-}
-
 TEST_F(SimulatorTest, PacedLineTakesTheWireTimeBothWays) {
     SimulatorConfig config;
     config.paced = true;
