@@ -109,6 +109,18 @@ TEST_F(DocumentsTest, GeneralLineWrappersSendTheirKind) {
     EXPECT_EQ(Block(*line_, 3), "C-01,00||1,000||A");
 }
 
+TEST_F(DocumentsTest, ReprintsAndRefundsReuseTheirSiblingsCommands) {
+    Set("DigitosMedio", "12");
+    Set("DecimalesMedio", "2");
+    PrinterFiscal& s = OpenSession();
+    s.reimprimirFactura(automation::Variant(std::int32_t{123}));
+    EXPECT_EQ(s.CerrarDevolucion(2, Currency::FromDouble(5)), 0);
+    EXPECT_EQ(s.CerrarNotaCredito(), 0);
+    EXPECT_EQ(Block(*line_, 0), "RF00001230000123");
+    EXPECT_EQ(Block(*line_, 1), "f02000000000500");
+    EXPECT_EQ(Block(*line_, 2), "f01000000000000");
+}
+
 TEST_F(DocumentsTest, InvertedBooleansAreTrueOnFailure) {
     Set("TimeOut", "1");
     PrinterFiscal& s = OpenSession();
