@@ -1,0 +1,40 @@
+#include "records/reply_fields.h"
+
+#include "automation/conversions.h"
+#include "automation/vb_error.h"
+
+namespace corvid::records::detail {
+
+const std::string& FieldAt(const std::vector<std::string>& fields, std::size_t i) {
+    if (i >= fields.size()) {
+        throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange);
+    }
+    return fields[i];
+}
+
+automation::Currency Hundredths(std::string_view text) {
+    return automation::Currency::FromDouble(automation::CCur(text).ToDouble() / 100.0);
+}
+
+std::int16_t NarrowedCounter(std::string_view text) {
+    return automation::CInt(static_cast<double>(automation::CLng(text)));
+}
+
+std::string_view Left(std::string_view text, std::size_t n) { return text.substr(0, n); }
+
+std::string_view Mid(std::string_view text, std::size_t start, std::size_t n) {
+    if (start == 0 || start > text.size()) return {};
+    return text.substr(start - 1, n);
+}
+
+std::string_view Right(std::string_view text, std::size_t n) {
+    return n >= text.size() ? text : text.substr(text.size() - n);
+}
+
+std::string_view Trim(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace corvid::records::detail
