@@ -4,7 +4,6 @@
 
 #include "automation/clock.h"
 #include "host/library_settings.h"
-#include "records/status_s1_serial.h"
 #include "session/framing.h"
 #include "session/process_serial_line.h"
 #include "session/status_texts.h"
@@ -49,7 +48,8 @@ std::string PrinterFiscal::EscapeString(std::string_view text) const {
 
 void PrinterFiscal::Abrir(const PortNumber& portNumber) {
     if (link_->Open(portNumber) && serialPrinter_.empty()) {
-        serialPrinter_ = records::SerialFromStatusS1(GetResponse("S1"));
+        // With "SkipChecks" or a failed query this is the substitute record's serial.
+        serialPrinter_ = StatusS1()->Serial;
         process_.lastSerial = serialPrinter_;
     }
 }

@@ -16,7 +16,13 @@
 #include "documents/amount_formats.h"
 #include "documents/customer_data.h"
 #include "documents/item_lines.h"
+#include "records/printer_response1.h"
+#include "records/printer_response2.h"
 #include "records/printer_response3.h"
+#include "records/printer_response4.h"
+#include "records/reporte_zmf.h"
+#include "records/response_source.h"
+#include "records/resumen_z.h"
 #include "session/control_values.h"
 #include "session/exchange.h"
 #include "session/printer_link.h"
@@ -26,12 +32,12 @@
 
 namespace corvid::session {
 
-class PrinterFiscal {
+class PrinterFiscal : public records::ResponseSource {
   public:
     // Reads every setting in the fixed order of creation. `line` is the serial layer;
     // omitted, the process-wide port table is used.
     explicit PrinterFiscal(std::shared_ptr<SerialLine> line = nullptr);
-    ~PrinterFiscal();
+    ~PrinterFiscal() override;
     PrinterFiscal(const PrinterFiscal&) = delete;
     PrinterFiscal& operator=(const PrinterFiscal&) = delete;
 
@@ -47,7 +53,7 @@ class PrinterFiscal {
     std::int16_t lError() const { return PfErrorAsInteger(outcome()); }
     std::int16_t lStatus() const { return 0; }
     // The printer model: the "TipoPrinter" setting when 0 or more, else the serial prefix.
-    std::int32_t tipoPrinter() const;
+    std::int32_t tipoPrinter() const override;
 
     // Framing, as members for hosts.
     std::string BuildCommandBlock(std::string_view command) const;
@@ -72,9 +78,9 @@ class PrinterFiscal {
     Fields NextStatusBlock();
 
     // Replies with fields.
-    Fields GetResponse(std::string_view cmd);
+    Fields GetResponse(std::string_view cmd) override;
     std::string GetResponseString(std::string_view cmd, std::string_view sep = {});
-    std::vector<Fields> GetMultipleResponses(std::string_view cmd);
+    std::vector<Fields> GetMultipleResponses(std::string_view cmd) override;
     // Missing separators are US between fields and RS between blocks.
     std::string GetMultipleResponsesStr(std::string_view cmd,
                                         std::optional<std::string_view> itemSep = std::nullopt,
@@ -151,9 +157,33 @@ class PrinterFiscal {
                               const automation::Variant& hasta);
     void reimprimirFactura(const automation::Variant& numero);
 
-    // The "S3" record: rates and printer flags; a substitute in test mode or on failure.
+    // Status queries. A failed exchange never raises here: the records fall back to their
+    // substitutes, the numbers to -1, the closing to null, the closures to an empty list;
+    // pfError and DescripcionError tell why. "TestMode" or "SkipChecks" give the
+    // substitute records without touching the port.
+    std::int32_t numeroUltimaFactura();
+    // Field 6 of the "S1" reply, whatever its layout.
+    std::int32_t NumeroUltimoCierre();
+    std::shared_ptr<records::PrinterResponse1> Response1();
+    std::shared_ptr<records::PrinterResponse1> StatusS1() { return Response1(); }
+    std::shared_ptr<records::PrinterResponse2> Response2();
+    std::shared_ptr<records::PrinterResponse2> StatusS2() { return Response2(); }
+    // The "S3" record: rates and printer flags.
     std::shared_ptr<records::PrinterResponse3> Response3();
+    std::shared_ptr<records::PrinterResponse4> Response4();
     std::shared_ptr<records::PrinterResponse3> StatusS3() { return Response3(); }
+    // Closes the day ("I0Z") and reads its summary; null when the printer refused.
+    std::shared_ptr<records::ResumenZ> CerrarZ();
+    std::shared_ptr<records::ResumenZ> ResumenZ();
+    // Tax rate 1 to 3 from "S3"; 0 outside 1..3 (nothing sent), -1 on failure.
+    double tasa(double index);
+    std::shared_ptr<records::EstadoDocumento> getEstadoDocumento();
+    // Closures `desde` to `hasta` from fiscal memory, in the printer's order.
+    std::vector<std::shared_ptr<records::ReporteZMF>> reportesZMF(const automation::Variant& desde,
+                                                                  const automation::Variant& hasta);
+    // One closure, or null when the exchange failed.
+    std::shared_ptr<records::ReporteZMF> loadReporteZMF(const automation::Variant& numero);
+
     // The cached S3 record, loaded on first need; a host may replace it.
     std::shared_ptr<records::PrinterResponse3> s3() const { return s3_; }
     void Sets3(std::shared_ptr<records::PrinterResponse3> record) { s3_ = std::move(record); }

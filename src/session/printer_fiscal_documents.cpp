@@ -227,19 +227,4 @@ void PrinterFiscal::reimprimirFactura(const automation::Variant& numero) {
     reimprimirDocumentos("F", numero, numero);
 }
 
-std::shared_ptr<records::PrinterResponse3> PrinterFiscal::Response3() {
-    auto record = std::make_shared<records::PrinterResponse3>();
-    if (Substituting()) {
-        record->loadFake();
-        return record;
-    }
-    const Fields fields = GetResponse("S3");
-    if (!fields.empty() && fields[0] == "pfError") {
-        record->loadFake();
-    } else {
-        record->loadFromResponse(fields, process_.trace);
-    }
-    return record;
-}
-
 }  // namespace corvid::session

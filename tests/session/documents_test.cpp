@@ -8,15 +8,6 @@ namespace {
 
 using automation::Currency;
 
-// The command of the i-th block written (without STX, ETX and check).
-std::string Block(const ScriptedLine& line, int i) {
-    int seen = 0;
-    for (const std::string& w : line.writes) {
-        if (!w.empty() && w[0] == char(STX) && seen++ == i) return w.substr(1, w.size() - 3);
-    }
-    return "<none>";
-}
-
 // "S3" fields: rates 16, 8 and 31 added to the price, IGTF 3, and flags 00..29 with flag 21
 // set to `flag21`.
 std::string S3Reply(int flag21) {
@@ -68,7 +59,7 @@ TEST_F(DocumentsTest, ConfiguredRatesAnswerWithoutAskingThePrinter) {
     Set("DecimalesCantidad", "3");
     PrinterFiscal& s = OpenSession();
     EXPECT_EQ(s.PasarItem("PAN", Currency::FromDouble(12.5), 2, 8.05), 0);
-    EXPECT_EQ(Block(*line_, 0), "!000000125000002000PAN");
+    EXPECT_EQ(line_->Command(0), "!000000125000002000PAN");
     EXPECT_EQ(line_->BlocksWritten(), 1);  // no "S3"
     EXPECT_EQ(s.IndiceTasa(-1), 4);        // the collected levy's index, from the settings
     EXPECT_EQ(line_->BlocksWritten(), 1);
@@ -79,8 +70,8 @@ TEST_F(DocumentsTest, UnmatchedRatesAskThePrinterEveryTime) {
     line_->blockAnswers = {Reads{S3Reply(0)}, Reads{S3Reply(0)}};
     EXPECT_EQ(s.IndiceTasa(31), 3);
     EXPECT_EQ(s.IndiceTasa(12), 0);  // no rate within 0.1: exempt
-    EXPECT_EQ(Block(*line_, 0), "S3");
-    EXPECT_EQ(Block(*line_, 1), "S3");
+    EXPECT_EQ(line_->Command(0), "S3");
+    EXPECT_EQ(line_->Command(1), "S3");
     EXPECT_NEAR(s.s3()->ValorTasa2, 8, 1e-9);
 }
 
@@ -89,10 +80,10 @@ TEST_F(DocumentsTest, AmountFormatsFollowThePrintersFlag21) {
     line_->blockAnswers.push_back(Reads{S3Reply(12)});
     EXPECT_EQ(s.CerrarConMedio(3, Currency::FromDouble(100)), 0);
     EXPECT_EQ(s.f21(), 12);
-    EXPECT_EQ(Block(*line_, 0), "S3");
-    EXPECT_EQ(Block(*line_, 1), "203000000000100");  // 12 digits, no decimals
+    EXPECT_EQ(line_->Command(0), "S3");
+    EXPECT_EQ(line_->Command(1), "203000000000100");  // 12 digits, no decimals
     EXPECT_EQ(s.CerrarComprobante(), 0);
-    EXPECT_EQ(Block(*line_, 2), "101");  // S3 asked once per session
+    EXPECT_EQ(line_->Command(2), "101");  // S3 asked once per session
 }
 
 TEST_F(DocumentsTest, GeneralLineWrappersSendTheirKind) {
@@ -103,10 +94,10 @@ TEST_F(DocumentsTest, GeneralLineWrappersSendTheirKind) {
     s.anularLineaFacturaG("A", price, 1, 8);
     s.pasarLineaNCG("A", price, 1, 8, "X");
     s.anularLineaNCG("A", price, 1, 8);
-    EXPECT_EQ(Block(*line_, 0), "F+01,00||1,000||A");
-    EXPECT_EQ(Block(*line_, 1), "F-01,00||1,000||A");
-    EXPECT_EQ(Block(*line_, 2), "C+01,00||1,000|||X|A");
-    EXPECT_EQ(Block(*line_, 3), "C-01,00||1,000||A");
+    EXPECT_EQ(line_->Command(0), "F+01,00||1,000||A");
+    EXPECT_EQ(line_->Command(1), "F-01,00||1,000||A");
+    EXPECT_EQ(line_->Command(2), "C+01,00||1,000|||X|A");
+    EXPECT_EQ(line_->Command(3), "C-01,00||1,000||A");
 }
 
 TEST_F(DocumentsTest, ReprintsAndRefundsReuseTheirSiblingsCommands) {
@@ -116,16 +107,16 @@ TEST_F(DocumentsTest, ReprintsAndRefundsReuseTheirSiblingsCommands) {
     s.reimprimirFactura(automation::Variant(std::int32_t{123}));
     EXPECT_EQ(s.CerrarDevolucion(2, Currency::FromDouble(5)), 0);
     EXPECT_EQ(s.CerrarNotaCredito(), 0);
-    EXPECT_EQ(Block(*line_, 0), "RF00001230000123");
-    EXPECT_EQ(Block(*line_, 1), "f02000000000500");
-    EXPECT_EQ(Block(*line_, 2), "f01000000000000");
+    EXPECT_EQ(line_->Command(0), "RF00001230000123");
+    EXPECT_EQ(line_->Command(1), "f02000000000500");
+    EXPECT_EQ(line_->Command(2), "f01000000000000");
 }
 
 TEST_F(DocumentsTest, InvertedBooleansAreTrueOnFailure) {
     Set("TimeOut", "1");
     PrinterFiscal& s = OpenSession();
     EXPECT_FALSE(s.SubTotal());
-    EXPECT_EQ(Block(*line_, 0), "3");
+    EXPECT_EQ(line_->Command(0), "3");
     RefuseCommandAfter(0);
     EXPECT_TRUE(s.PasarDescuento(10));
 }
@@ -153,14 +144,6 @@ TEST_F(DocumentsTest, CustomerSeriesStopAtTheFirstFailureAndSayWhy) {
                           automation::Variant(automation::Empty{}));
     EXPECT_EQ(line_->BlocksWritten(), 1 + 7 + 4);
     EXPECT_EQ(prompts_->prompts().size(), 2u);
-}
-
-TEST_F(DocumentsTest, StatusS3GivesASubstituteWithoutThePrinterWhenChecksAreSkipped) {
-    Set("SkipChecks", "True");
-    PrinterFiscal& s = OpenSession();
-    const auto record = s.StatusS3();
-    EXPECT_TRUE(record->isFake);
-    EXPECT_TRUE(line_->writes.empty());
 }
 
 }  // namespace

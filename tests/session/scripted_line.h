@@ -54,6 +54,14 @@ class ScriptedLine : public SerialLine {
         for (const auto& w : writes) n += w == written;
         return n;
     }
+    // The command of the i-th block written (without STX, ETX and check).
+    std::string Command(int i) const {
+        int seen = 0;
+        for (const std::string& w : writes) {
+            if (!w.empty() && w[0] == char(STX) && seen++ == i) return w.substr(1, w.size() - 3);
+        }
+        return "<none>";
+    }
     int BlocksWritten() const {
         int n = 0;
         for (const auto& w : writes) n += !w.empty() && w[0] == char(STX);
