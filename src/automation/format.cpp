@@ -60,6 +60,25 @@ double AsDays(const Variant& value, const DecimalDigits& digits) {
     return Val(text);
 }
 
+// ">" and "<" alone force upper or lower case on the value's text. Letters of the ANSI code
+// page's Latin-1 range change too, as the host's own case conversion does.
+std::optional<std::string> FormatCase(const Variant& value, std::string_view pattern) {
+    const bool upper = pattern.find_first_not_of('>') == std::string_view::npos;
+    const bool lower = pattern.find_first_not_of('<') == std::string_view::npos;
+    if (!upper && !lower) return std::nullopt;
+    std::string text = CStr(value);
+    for (char& c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool smallLetter =
+            (byte >= 'a' && byte <= 'z') || (byte >= 0xE0 && byte != 0xF7 && byte != 0xFF);
+        const bool capital =
+            (byte >= 'A' && byte <= 'Z') || (byte >= 0xC0 && byte <= 0xDE && byte != 0xD7);
+        if (upper && smallLetter) c = static_cast<char>(byte - 0x20);
+        if (lower && capital) c = static_cast<char>(byte + 0x20);
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string Format(const Variant& value, std::string_view pattern) {
@@ -68,6 +87,7 @@ std::string Format(const Variant& value, std::string_view pattern) {
         throw VbError::Standard(vb_errors::kTypeMismatch);
     }
     if (pattern.empty()) return CStr(value);
+    if (auto cased = FormatCase(value, pattern)) return *cased;
     const std::optional<DecimalDigits> digits = Digits(value);
     if (!digits) return std::get<std::string>(value);
     const LocaleFormat& locale = CurrentLocaleFormat();

@@ -11,6 +11,8 @@
 // "h"/"hh" or right before "s"/"ss"), "n"/"nn" minutes, "yy"/"yyyy" year, "h"/"hh" hours,
 // "s"/"ss" seconds; other characters are copied as they stand.
 //
+// Text patterns: ">" upper case, "<" lower case, of the value's text.
+//
 // Numbers in a date pattern are taken as automation dates; a numeric text is taken as its
 // number; other texts come back unchanged; Empty and Null give ""; an ErrorValue raises
 // type mismatch (error 13).

@@ -43,13 +43,6 @@ std::string Setting(const char* key, const char* fallback) {
     return host::GetSettingString(host::kApplication, kFakeSection, key, fallback);
 }
 
-std::string UpperCase(std::string text) {
-    for (char& c : text) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return text;
-}
-
 }  // namespace
 
 void PrinterResponse1::loadFake() {
@@ -145,7 +138,7 @@ std::string PrinterResponse1::toString() const {
     line("nCierres = ", Format(Variant(nCierres), "#,##0"));
     line("contadorReportes = ", Format(Variant(contadorReportes), "#,##0"));
     line("RIF = ", RIF);
-    line("Serial = ", UpperCase(Serial));
+    line("Serial = ", automation::Format(automation::Variant(Serial), ">"));
     line("Fecha = ", Format(Variant(Fecha), "dd-mm-yyyy hh:nn"));
     return text.Value();
 }

@@ -72,6 +72,9 @@ TEST_F(FormatNumberTest, LiteralsTextsAndSpecialValues) {
     EXPECT_EQ(Format(Null{}, "00"), "");
     EXPECT_EQ(Format(12.5, ""), "12.5");
     EXPECT_THROW(Format(ErrorValue{5}, "00"), VbError);
+    EXPECT_EQ(Format(std::string("z1f-\xF1o"), ">"), "Z1F-\xD1O");
+    EXPECT_EQ(Format(std::string("AB\xC9"), "<"), "ab\xE9");
+    EXPECT_EQ(Format(12.5, ">"), "12.5");
 }
 
 TEST_F(FormatNumberTest, DecimalSymbolAndGroupingComeFromTheLocale) {
