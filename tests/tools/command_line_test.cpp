@@ -46,6 +46,9 @@ TEST(CommandLine, MistakesSayWhichWordIsWrong) {
         {{"set-date", "2024-03-15"}, "set-date: expected a date written dd-mm-yyyy"},
         {{"set-time", "24:00:00"}, "set-time: expected a time written hh:mm:ss"},
         {{"--port", "5", "demo"}, "demo runs on the built-in simulated printer"},
+        {{"--json", "report", "x"}, "--json applies to status, report z, summary and memory"},
+        {{"memory", "12", "5"}, "memory: FROM comes after TO"},
+        {{"memory", "5"}, "memory: TO is required"},
     };
     for (const Case& c : cases) {
         const ParsedCommandLine parsed = ParseCommandLine(c.args);
@@ -88,6 +91,10 @@ TEST(CommandLine, ArgumentsOfTheDocumentCommands) {
     const Invocation time = *ParseCommandLine({"set-time", "23:59:58"}).invocation;
     EXPECT_EQ(time.when, automation::TimeSerial(23, 59, 58));
     EXPECT_FALSE(ParseCommandLine({"set-time"}).invocation->when);  // now, when run
+    const Invocation memory = *ParseCommandLine({"memory", "5", "12", "--json"}).invocation;
+    EXPECT_EQ(memory.from, 5);
+    EXPECT_EQ(memory.to, 12);
+    EXPECT_TRUE(memory.json);
 }
 
 }  // namespace

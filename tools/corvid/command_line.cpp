@@ -94,6 +94,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     CLI::Option* portOption =
         app.add_option("--port", portText, "COMn, a port number, or a device such as /dev/ttyUSB0");
     app.add_flag("--trace", inv.trace, "show every line of the session trace");
+    app.add_flag("--json", inv.json, "status, report z, summary and memory as JSON, for scripts");
     app.add_option("--deadline", inv.deadlineSeconds,
                    "give up after this many seconds, however the printer behaves")
         ->check(DeadlineValidator())
@@ -115,7 +116,8 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
         return sub;
     };
 
-    add(Command::kStatus, "status", "status bytes in words, the serial number, the S1 fields");
+    add(Command::kStatus, "status",
+        "status bytes in words, the serial number, the S1 to S4 records");
     add(Command::kSend, "send", "one checked exchange, e.g. send w (opens the cash drawer)")
         ->add_option("COMMAND", word, "the command text")
         ->required();
@@ -147,6 +149,14 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
         ->add_option("DATE", dateOrTime, "dd-mm-yyyy; today when left out");
     add(Command::kSetTime, "set-time", "set the printer's clock")
         ->add_option("TIME", dateOrTime, "hh:mm:ss; now when left out");
+    add(Command::kSummary, "summary", "the summary of the last daily closure (closes nothing)");
+    CLI::App* memory = add(Command::kMemory, "memory", "the closures FROM to TO in fiscal memory");
+    memory->add_option("FROM", inv.from, "first closure number")
+        ->required()
+        ->check(CLI::Range(0, 999999));
+    memory->add_option("TO", inv.to, "last closure number")
+        ->required()
+        ->check(CLI::Range(0, 999999));
     add(Command::kDemo, "demo",
         "a sale, a credit note and an X report on the simulated printer, with its paper");
 
@@ -196,7 +206,19 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
                 break;
             case Command::kStatus:
             case Command::kDemo:
+            case Command::kSummary:
+            case Command::kMemory:
                 break;
+        }
+        const bool reportsRecords = inv.command == Command::kStatus ||
+                                    inv.command == Command::kSummary ||
+                                    inv.command == Command::kMemory ||
+                                    (inv.command == Command::kReport && inv.reportKind == 'Z');
+        if (inv.json && !reportsRecords) {
+            throw Mistake{"--json applies to status, report z, summary and memory"};
+        }
+        if (inv.command == Command::kMemory && inv.from > inv.to) {
+            throw Mistake{"memory: FROM comes after TO"};
         }
         parsed.invocation = std::move(inv);
         return parsed;

@@ -2,6 +2,7 @@
 // checked here, before any port or file is opened, so a mistake is reported as such.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,6 +25,8 @@ enum class Command {
     kSetDate,
     kSetTime,
     kDemo,
+    kSummary,
+    kMemory,
 };
 
 // Exit statuses the tool's users can rely on.
@@ -38,6 +41,7 @@ inline constexpr double kDefaultDeadlineSeconds = 60;
 struct Invocation {
     std::optional<PortChoice> port;  // none: the built-in simulated printer
     bool trace = false;
+    bool json = false;  // status, report z, summary and memory
     double deadlineSeconds = kDefaultDeadlineSeconds;
     Command command = Command::kStatus;
     // As typed (UTF-8): the command text of send and query, the file of sale and
@@ -45,6 +49,8 @@ struct Invocation {
     std::vector<std::string> words;
     char reportKind = 'X';  // 'X' or 'Z'
     int line = 0;           // header and footer
+    std::int32_t from = 0;  // memory: the range of closures
+    std::int32_t to = 0;
     // set-date and set-time; none means the computer's clock.
     std::optional<automation::Date> when;
 };

@@ -12,21 +12,6 @@ namespace corvid::tool {
 
 namespace {
 
-const char* ModelName(std::int32_t model) {
-    switch (model) {
-        case session::SRP350:
-            return "SRP350";
-        case session::DT230:
-            return "DT230";
-        case session::HKA112:
-            return "HKA112";
-        case session::SRP812:
-            return "SRP812";
-        default:
-            return "unknown";
-    }
-}
-
 void ShowFailure(const session::PrinterFiscal& printer, std::ostream& out) {
     ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ", out);
 }
@@ -39,33 +24,6 @@ bool IsFailureMarker(const session::Fields& fields) {
 }
 
 }  // namespace
-
-int ShowStatus(session::PrinterFiscal& printer, std::ostream& out) {
-    printer.GetStatus();
-    if (!PrinterAccepted(printer)) {
-        out << "Status:  nothing was read; the printer did not answer\n";
-        return kExitFailed;
-    }
-    out << "Status:  " << Cp1252ToUtf8(printer.explainSTS1()) << "; "
-        << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
-    if (printer.SerialPrinter().empty()) {
-        out << "Serial:  unknown (no S1 record was read when the port opened)\n";
-    } else {
-        out << "Serial:  " << Cp1252ToUtf8(printer.SerialPrinter()) << " (model "
-            << ModelName(printer.tipoPrinter()) << ")\n";
-    }
-    const session::Fields fields = printer.GetResponse("S1");
-    if (IsFailureMarker(fields) || !PrinterAccepted(printer)) {
-        out << "S1:\n";
-        ShowFailure(printer, out);
-        return kExitFailed;
-    }
-    out << "S1 fields:\n";
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        out << "  [" << i << "] " << Cp1252ToUtf8(fields[i]) << "\n";
-    }
-    return kExitAccepted;
-}
 
 int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
     out << "Send " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";

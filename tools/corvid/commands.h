@@ -11,8 +11,6 @@ class PrinterFiscal;
 
 namespace corvid::tool {
 
-// Status bytes with their words, the printer model and the "S1" fields.
-int ShowStatus(session::PrinterFiscal& printer, std::ostream& out);
 // One checked exchange of `command` (printer code page) and its outcome.
 int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out);
 // The fields of every block of the reply to `command`.

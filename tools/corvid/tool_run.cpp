@@ -16,6 +16,7 @@
 #include "corvid/document_files.h"
 #include "corvid/printer_target.h"
 #include "corvid/session_document_printer.h"
+#include "corvid/status_commands.h"
 #include "corvid/step_runner.h"
 #include "corvid/text_codec.h"
 #include "corvid/tool_prompts.h"
@@ -100,31 +101,40 @@ bool FiscalDocumentLeftOpen(session::PrinterFiscal& printer, std::ostream& out) 
 
 int RunOnPrinter(session::PrinterFiscal& printer, const PrinterTarget& target,
                  const Invocation& inv, const Document& document, std::ostream& out) {
+    const Output output = inv.json ? Output::kJson : Output::kText;
     switch (inv.command) {
         case Command::kStatus:
-            return ShowStatus(printer, out);
+            return ShowStatus(printer, output, out);
+        case Command::kSummary:
+            return ShowSummary(printer, output, out);
+        case Command::kMemory:
+            return ShowClosures(printer, inv.from, inv.to, output, out);
+        case Command::kReport:
+            if (inv.reportKind == 'Z') return CloseDay(printer, output, out);
+            break;
         case Command::kSend:
             return SendCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
         case Command::kQuery:
             return QueryCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
         case Command::kDemo:
             return RunDemo(printer, *target.simulator(), out);
-        default: {
-            SessionDocumentPrinter documents(printer);
-            const Steps steps = StepsOf(inv, document);
-            if (!RunSteps(documents, steps, out)) return kExitFailed;
-            out << "Accepted: " << steps.size() << (steps.size() == 1 ? " step" : " steps")
-                << ".\n";
-            const bool fiscal =
-                inv.command == Command::kSale || inv.command == Command::kCreditNote;
-            return fiscal && FiscalDocumentLeftOpen(printer, out) ? kExitFailed : kExitAccepted;
-        }
+        default:
+            break;
+    }
+    {
+        SessionDocumentPrinter documents(printer);
+        const Steps steps = StepsOf(inv, document);
+        if (!RunSteps(documents, steps, out)) return kExitFailed;
+        out << "Accepted: " << steps.size() << (steps.size() == 1 ? " step" : " steps") << ".\n";
+        const bool fiscal = inv.command == Command::kSale || inv.command == Command::kCreditNote;
+        return fiscal && FiscalDocumentLeftOpen(printer, out) ? kExitFailed : kExitAccepted;
     }
 }
 
 int Run(const Invocation& inv, const Document& document, std::ostream& out, std::ostream& err) {
     const PrinterTarget target(inv.port);
-    out << "Printer: " << target.description() << "\n";
+    // JSON output is for scripts: standard output holds nothing else.
+    (inv.json ? err : out) << "Printer: " << target.description() << "\n";
     session::PrinterFiscal printer;
     // After the session's creation, which sets the trace flags from the settings.
     const SessionOutput sessionOutput(out, inv.trace);
