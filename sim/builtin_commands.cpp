@@ -9,14 +9,6 @@ namespace corvid::sim {
 
 namespace {
 
-CommandAnswer StatusS1(std::string_view, FiscalState& state) {
-    return CommandAnswer::Data({JoinFields(state.S1Fields())});
-}
-
-CommandAnswer StatusS3(std::string_view, FiscalState& state) {
-    return CommandAnswer::Data({JoinFields(state.S3Fields())});
-}
-
 CommandAnswer MultiBlockTest(std::string_view command, FiscalState&) {
     std::string_view digits = command.substr(std::string_view(kMultiBlockTestCommand).size());
     int count = 0;
@@ -34,9 +26,8 @@ CommandAnswer MultiBlockTest(std::string_view command, FiscalState&) {
 }  // namespace
 
 void RegisterBuiltinCommands(CommandTable& table) {
-    table.Register("S1", StatusS1);
-    table.Register("S3", StatusS3);
     table.Register(kMultiBlockTestCommand, MultiBlockTest);
+    RegisterStatusCommands(table);
     RegisterCustomerCommands(table);
     RegisterItemCommands(table);
     RegisterClosingCommands(table);

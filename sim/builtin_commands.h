@@ -1,7 +1,5 @@
-// The commands the simulated printer answers out of the box: the document and setup
-// commands of printer_commands.h, and
-//   "S1"     the cashier and counters record (short or long layout, see FiscalState).
-//   "S3"     the tax rates, the IGTF rate and the flags.
+// The commands the simulated printer answers out of the box: those of printer_commands.h,
+// and
 //   "~B" N   a test query answering N blocks (1 to 99); block i holds the fields i and N.
 //            Any other count is refused with NAK. No real printer command starts with "~".
 #pragma once

@@ -30,7 +30,11 @@ void OpenDocument(FiscalState& state, DocumentKind kind) {
     document.training = state.training;
     long& last = LastNumber(state, kind);
     document.number = last + 1;
-    if (!document.training) last = document.number;
+    if (!document.training) {
+        last = document.number;
+        // The date the invoice carries is the one printed in its heading.
+        if (kind == DocumentKind::Invoice) state.lastInvoiceAt = StampOf(state.Now());
+    }
     state.paper.Print(DocumentHeading(state, document));
 }
 

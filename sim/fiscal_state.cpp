@@ -1,5 +1,7 @@
 #include "sim/fiscal_state.h"
 
+#include <stdexcept>
+
 namespace corvid::sim {
 
 Variant VariantFromSerial(std::string_view serial) {
@@ -24,6 +26,11 @@ std::string DefaultSerial(Variant variant) {
     return "Z1B3000815";
 }
 
+S1Layout DefaultS1Layout(Variant variant) {
+    return variant == Variant::HKA112 || variant == Variant::SRP812 ? S1Layout::Long
+                                                                    : S1Layout::Short;
+}
+
 namespace {
 
 std::string DateText(const std::tm& t) {
@@ -42,6 +49,32 @@ unsigned char FiscalState::Sts1() const {
 unsigned char FiscalState::Sts2() const {
     if (forcedSts2) return *forcedSts2;
     return lastCommandRefused ? 0x60 : 0x40;
+}
+
+ClosureRecord FiscalState::StartingClosure() const {
+    ClosureRecord record;
+    record.number = closures;
+    record.at = {StampOf(Now()).date, 0};
+    record.lastInvoice = lastInvoice;
+    record.invoiceAt = lastInvoiceAt.value_or(record.at);
+    record.lastDebitNote = lastDebitNote;
+    record.lastCreditNote = lastCreditNote;
+    record.lastNonFiscal = lastNonFiscal;
+    return record;
+}
+
+void FiscalState::LoadMemory() {
+    memory.Load();
+    if (memory.empty() && !memory.Keep(StartingClosure())) {
+        throw std::runtime_error(memory.path() + ": cannot write the fiscal memory");
+    }
+    const ClosureRecord& last = memory.Last();
+    closures = last.number;
+    lastInvoice = last.lastInvoice;
+    lastInvoiceAt = last.invoiceAt;
+    lastDebitNote = last.lastDebitNote;
+    lastCreditNote = last.lastCreditNote;
+    lastNonFiscal = last.lastNonFiscal;
 }
 
 std::tm FiscalState::Now() const {
@@ -67,7 +100,7 @@ std::vector<std::string> FiscalState::S1Fields() const {
     // Field 0 echoes the command before the two-digit cashier number.
     std::string cashierField = "S1" + ZeroPadded(cashier, 2);
     std::string total = ZeroPadded(day.sales.Total(), 17);
-    if (s1Layout == S1Layout::Short) {
+    if (s1LayoutInUse() == S1Layout::Short) {
         return {cashierField,
                 total,
                 ZeroPadded(lastInvoice, 8),

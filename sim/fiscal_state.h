@@ -15,14 +15,17 @@
 #include "sim/amount_formats.h"
 #include "sim/day_totals.h"
 #include "sim/document.h"
+#include "sim/fiscal_memory.h"
 #include "sim/paper_roll.h"
 
 namespace corvid::sim {
 
 enum class Variant { SRP350, DT230, HKA112, SRP812 };
 
-// The S1 record comes in two layouts: 14 fields (older firmware) or 16 fields.
+// The S1 record comes in two layouts: 14 fields (older firmware) or 16 fields. Unless
+// chosen, the SRP350 and DT230 send the short one, the HKA112 and SRP812 the long one.
 enum class S1Layout { Short, Long };
+S1Layout DefaultS1Layout(Variant variant);
 
 // The model a serial number announces: "Z6B" DT230, "Z7A" HKA112, "Z1F" SRP812, else SRP350.
 Variant VariantFromSerial(std::string_view serial);
@@ -49,7 +52,7 @@ struct FiscalState {
 
     std::string serial = DefaultSerial(Variant::SRP350);
     std::string rif = "J-30123456-7";
-    S1Layout s1Layout = S1Layout::Short;
+    std::optional<S1Layout> s1Layout;  // none: the model's own
 
     int cashier = 0;  // 0: nobody logged in
     bool training = false;
@@ -62,6 +65,7 @@ struct FiscalState {
     long lastNonFiscal = 310;
     long closures = 204;
     long reportCounter = 19;
+    std::optional<Stamp> lastInvoiceAt;  // none until an invoice is issued or restored
 
     Rates rates{0, 1600, 800, 3100, 0};  // tax is added to the price
     int igtfRate = 300;                  // hundredths of a percent
@@ -73,6 +77,7 @@ struct FiscalState {
     DayTotals day;
     std::vector<IssuedDocument> issued;
     PaperRoll paper;
+    FiscalMemory memory;
 
     // The printer's clock: fixed when set, else the host's clock moved by the offset that
     // setting the date or time leaves.
@@ -81,6 +86,16 @@ struct FiscalState {
 
     Variant variant() const { return VariantFromSerial(serial); }
     AmountFormats formats() const { return AmountFormatsFor(flags[kAmountFormatFlag]); }
+    S1Layout s1LayoutInUse() const { return s1Layout.value_or(DefaultS1Layout(variant())); }
+
+    // Reads the fiscal memory's file; the counters of the last closing it holds become the
+    // printer's own (they count on from there). An empty memory starts with the closing
+    // the counter says was the last: StartingClosure(). Throws std::runtime_error when the
+    // file cannot be read or written.
+    void LoadMemory();
+    // The closing a printer with no memory yet was switched on after: number `closures`,
+    // today at 00:00, the document numbers as they stand, nothing sold.
+    ClosureRecord StartingClosure() const;
 
     // 0x60 fiscal mode (0x40 training), plus 1 while a fiscal document is open and 2 while
     // a non-fiscal one is.

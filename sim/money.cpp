@@ -72,6 +72,10 @@ std::string ZeroPadded(long long value, int width) {
     return text;
 }
 
+std::string HundredthsField(Cents cents) {
+    return cents < 0 ? "-" + ZeroPadded(-cents, 9) : ZeroPadded(cents, 10);
+}
+
 std::string FormatAmount(Cents cents) {
     const std::string plain = FormatDecimal({cents < 0 ? -cents : cents, 2});
     const std::size_t whole = plain.size() - 3;

@@ -45,5 +45,7 @@ std::string FormatAmount(Cents cents);
 std::string FormatDecimal(Decimal d, bool trimZeros = false);
 // `value` in at least `width` digits, zeros in front.
 std::string ZeroPadded(long long value, int width);
+// An amount as the status records send it: hundredths, no decimal point, ten characters.
+std::string HundredthsField(Cents cents);
 
 }  // namespace corvid::sim

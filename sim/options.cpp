@@ -53,7 +53,13 @@ std::string Usage() {
            "makes no sense in it, and prints its documents on a 40-column paper roll.\n"
            "  --variant srp350|dt230|hka112|srp812  model, sets a matching serial number\n"
            "  --serial TEXT          serial number (its first three characters give the model)\n"
-           "  --layout short|long    layout of the S1 record (14 or 16 fields)\n"
+           "  --s1-layout short|long layout of the S1 record: 14 or 16 fields (by default\n"
+           "                         short for srp350 and dt230, long for hka112 and srp812);\n"
+           "                         --layout is the same option\n"
+           "  --memory FILE          keep the fiscal memory (the daily closings) in FILE, read\n"
+           "                         at start and added to by each closing; the closing\n"
+           "                         counter and document numbers go on from its last closing.\n"
+           "                         An empty memory starts with closing 204, nothing sold\n"
            "  --sts1 N, --sts2 N     force the status bytes (decimal or 0x hex); by default\n"
            "                         they follow the printer's state\n"
            "  --link PATH            make PATH a symbolic link to the terminal\n"
@@ -73,7 +79,12 @@ std::string Usage() {
            "  --delay MS             wait MS milliseconds before every reply\n"
            "  --chunk K              write replies in pieces of K bytes\n"
            "  --chunk-pause MS       pause between pieces (default 3)\n"
-           "  --mute                 answer nothing at all\n";
+           "  --mute                 answer nothing at all\n"
+           "replies:\n"
+           "  The daily summary, U0Z (the last closing) and U0X (the day so far), has the\n"
+           "  model's layout: 39 fields srp350, 30 hka112, 29 srp812, 20 dt230. U3A sends\n"
+           "  one block per closing of its range and refuses a range holding none. Field 6\n"
+           "  of S2 is the open document: 0 none, 1 invoice, 2 credit note, 3 non-fiscal.\n";
 }
 
 Options ParseOptions(const std::vector<std::string>& args) {
@@ -97,12 +108,14 @@ Options ParseOptions(const std::vector<std::string>& args) {
         } else if (option == "--serial") {
             printer.serial = value();
             serialGiven = true;
-        } else if (option == "--layout") {
+        } else if (option == "--s1-layout" || option == "--layout") {
             const std::string& layout = value();
             if (layout != "short" && layout != "long") {
-                throw std::invalid_argument("--layout: expected short or long");
+                throw std::invalid_argument(option + ": expected short or long");
             }
             printer.s1Layout = layout == "short" ? S1Layout::Short : S1Layout::Long;
+        } else if (option == "--memory") {
+            printer.memory.SetPath(value());
         } else if (option == "--sts1") {
             printer.forcedSts1 = static_cast<unsigned char>(Number(option, value(), 0, 255));
         } else if (option == "--sts2") {

@@ -11,6 +11,11 @@
 
 namespace corvid::sim {
 
+// Status records "S1" (short or long layout, see FiscalState), "S2" (the open document),
+// "S3" (rates and flags), "S4" (the day's payments by means); the daily summary "U0X" (the
+// day so far) and "U0Z" (the last closing) in the model's layout (see daily_summary.h);
+// closings kept in fiscal memory "U3A".
+void RegisterStatusCommands(CommandTable& table);
 // Customer data: "iS*", "iR*", "iF*", "iI*", "iD*", "i" + 2 digits; "jS", "jR", "jF" (also
 // with "*"), "j" + digit.
 void RegisterCustomerCommands(CommandTable& table);

@@ -2,6 +2,7 @@
 // a document is open.
 #include <algorithm>
 
+#include "sim/daily_summary.h"
 #include "sim/field_reader.h"
 #include "sim/printer_commands.h"
 #include "sim/receipt.h"
@@ -10,18 +11,26 @@ namespace corvid::sim {
 
 namespace {
 
-// "I0X" prints the day's totals so far. "I0Z" prints them as the daily closing, counts the
-// closing and starts a new day; refused in training mode. Other ranges or kinds are refused.
+// "I0X" prints the day's totals so far. "I0Z" prints them as the daily closing, writes the
+// closing to fiscal memory, counts it and starts a new day; refused in training mode and
+// when fiscal memory cannot be written. Other ranges or kinds are refused.
 CommandAnswer DailyReportCommand(std::string_view command, FiscalState& state) {
     if (command != "I0X" && command != "I0Z") return CommandAnswer::Refuse("unknown report");
     if (state.document) return CommandAnswer::Refuse("document open");
-    const bool closing = command == "I0Z";
-    if (closing && state.training) return CommandAnswer::Refuse("daily closing in training");
-    long& number = closing ? state.closures : state.reportCounter;
-    ++number;
-    state.paper.Print(DailyReport(state, closing ? "REPORTE Z" : "REPORTE X", number));
+    if (command == "I0X") {
+        ++state.reportCounter;
+        state.paper.Print(DailyReport(state, "REPORTE X", state.reportCounter));
+        state.paper.Cut();
+        return CommandAnswer::Ack();
+    }
+    if (state.training) return CommandAnswer::Refuse("daily closing in training");
+    const ClosureRecord record = NextClosure(state);
+    // Memory first: a closing that is not kept must not be printed or counted.
+    if (!state.memory.Keep(record)) return CommandAnswer::Refuse("fiscal memory not written");
+    state.paper.Print(DailyReport(state, "REPORTE Z", record.number));
     state.paper.Cut();
-    if (closing) state.day = DayTotals{};
+    state.closures = record.number;
+    state.day = DayTotals{};
     return CommandAnswer::Ack();
 }
 

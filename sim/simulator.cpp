@@ -63,9 +63,10 @@ Simulator::~Simulator() { Stop(); }
 
 void Simulator::Start() {
     if (thread_.joinable()) throw std::logic_error("simulator already running");
-    if (!paperPath_.empty()) {
+    {
         std::lock_guard lock(mutex_);
-        responder_.state().paper.WriteTo(paperPath_);
+        if (!paperPath_.empty()) responder_.state().paper.WriteTo(paperPath_);
+        responder_.state().LoadMemory();
     }
     int pipeEnds[2];
     if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {

@@ -36,8 +36,8 @@ class Simulator {
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
 
-    // Opens the terminal (and empties the paper file) and starts serving; throws
-    // std::system_error on failure.
+    // Opens the terminal (and empties the paper file), reads the fiscal memory's file and
+    // starts serving; throws std::system_error or std::runtime_error on failure.
     void Start();
     // Stops serving and closes the terminal; safe to call twice.
     void Stop();

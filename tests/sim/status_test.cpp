@@ -1,0 +1,175 @@
+// The open document (S2), the day's payments (S4) and the daily summary as a host reads
+// them back.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "printer_fixture.h"
+#include "sim/options.h"
+
+namespace corvid::sim::testing {
+namespace {
+
+std::vector<std::string> SplitAtBlanks(const std::string& text) {
+    std::vector<std::string> parts;
+    std::istringstream in(text);
+    for (std::string part; in >> part;) parts.push_back(part);
+    return parts;
+}
+
+class DayTest : public PrinterTest {
+  protected:
+    void Start(Variant variant) {
+        SimulatorConfig config = StoppedClock();
+        config.printer.serial = DefaultSerial(variant);
+        PrinterTest::Start(std::move(config));
+    }
+    // Two invoices and a credit note. The general rate's tax is rounded on each receipt
+    // (1,6048 and 0,0048), so the day's tax is 1,60 where 16 % of the day's base is 1,61.
+    void SellAndRefund() {
+        Accept(Cmd("!", "0000001003", "00001000", "A"));
+        Accept(Cmd("\"", "0000002000", "00001000", "B"));
+        Accept(Cmd("#", "0000001000", "00001000", "C"));
+        Accept(Cmd(" ", "0000000500", "00001000", "D"));
+        Accept("101");
+        Accept(Cmd("!", "0000000003", "00001000", "E"));
+        Accept("101");
+        Accept("iF*00001521");
+        Accept(Cmd("d1", "0000001250", "00001000", "F"));
+        Accept(Cmd("f01", "000000001450"));
+    }
+    std::vector<std::string> Query(std::string_view command) {
+        return FieldsOf(SendCommand(command));
+    }
+};
+
+// Exempt, base and tax at the general, reduced and additional rates, as the receipts of
+// SellAndRefund print them.
+const std::vector<long> kSales{500, 1006, 160, 2000, 160, 1000, 310};
+const std::vector<long> kCreditNotes{0, 1250, 200, 0, 0, 0, 0};
+
+std::vector<long> Amounts(const std::vector<std::string>& fields, std::size_t first) {
+    std::vector<long> amounts;
+    for (std::size_t i = first; i < first + 7 && i < fields.size(); ++i) {
+        amounts.push_back(std::stol(fields[i]));
+    }
+    return amounts;
+}
+
+TEST_F(DayTest, S2FollowsTheOpenDocument) {
+    std::vector<std::string> idle = Query("S2");
+    ASSERT_EQ(idle.size(), 7u);
+    EXPECT_EQ(std::stol(idle[0].substr(3)), 0);
+    EXPECT_EQ(idle[6], "0");
+
+    Accept(Cmd("!", "0000001250", "00002000", "A"));     // 25,00 at 16 %
+    Accept(Cmd(" ", "0000000500", "00000500", "B"));     // 2,50 exempt
+    Accept(Cmd("\xA1", "0000001250", "00001000", "A"));  // void of one A
+    Accept(Cmd("201", "000000000500"));
+    std::vector<std::string> s2 = Query("S2");
+    ASSERT_EQ(s2.size(), 7u);
+    // One reader takes field 0 from its fourth character, another splits it at blanks.
+    EXPECT_EQ(std::stol(s2[0].substr(3)), 1500);
+    ASSERT_EQ(SplitAtBlanks(s2[0]).size(), 2u);
+    EXPECT_EQ(std::stol(SplitAtBlanks(s2[0])[1]), 1500);
+    EXPECT_EQ(std::stol(s2[1]), 200);
+    EXPECT_EQ(s2[3], "1.5");
+    EXPECT_EQ(std::stol(s2[4]), 1700);
+    EXPECT_EQ(s2[5], "1");
+    EXPECT_EQ(s2[6], "1");
+    Accept("101");
+    EXPECT_EQ(Query("S2")[6], "0");
+
+    Accept("iF*00001521");
+    EXPECT_EQ(Query("S2")[6], "0");  // customer data opens nothing yet
+    Accept(Cmd("d1", "0000001000", "00001000", "A"));
+    EXPECT_EQ(Query("S2")[6], "2");
+    Accept("7");
+    Accept(Cmd("800", "Hola"));
+    EXPECT_EQ(Query("S2")[6], "3");
+}
+
+TEST_F(DayTest, S4AddsTheDaysPaymentsByMeans) {
+    Accept(Cmd("!", "0000001000", "00001000", "A"));  // 11,60
+    Accept(Cmd("202", "000000000500"));
+    Accept(Cmd("201", "000000001000"));               // 3,40 change in cash
+    Accept(Cmd("!", "0000000500", "00001000", "B"));  // 5,80
+    Accept("124");
+    Accept("iF*00001521");
+    Accept(Cmd("d1", "0000001000", "00001000", "A"));
+    Accept(Cmd("f02", "000000001160"));  // a refund is no payment taken
+
+    std::vector<std::string> s4 = Query("S4");
+    ASSERT_EQ(s4.size(), 24u);
+    ASSERT_EQ(s4[0].substr(0, 2), "S4");
+    EXPECT_EQ(std::stol(s4[0].substr(2)), 660);
+    EXPECT_EQ(std::stol(s4[1]), 500);
+    EXPECT_EQ(std::stol(s4[23]), 580);
+    long sum = std::stol(s4[0].substr(2));
+    for (std::size_t i = 1; i < s4.size(); ++i) sum += std::stol(s4[i]);
+    EXPECT_EQ(sum, std::stol(S1()[1]));
+}
+
+TEST_F(DayTest, SummaryOfTheDayAndOfTheClosingAddUpTheReceipts) {
+    SellAndRefund();
+    std::vector<std::string> day = Query("U0X");
+    ASSERT_EQ(day.size(), 39u);
+    EXPECT_EQ(day[0], "0204");
+    EXPECT_EQ(Amounts(day, 9), kSales);
+    EXPECT_EQ(Amounts(day, 16), std::vector<long>(7, 0));  // no debit notes
+    EXPECT_EQ(Amounts(day, 23), kCreditNotes);
+
+    Accept("I0Z");
+    std::vector<std::string> z = Query("U0Z");
+    ASSERT_EQ(z.size(), 39u);
+    EXPECT_EQ(z[0], "0205");
+    EXPECT_EQ(z[1], "240517");
+    EXPECT_EQ(z[2], "1030");
+    EXPECT_EQ(std::stol(z[3]), 1522);
+    EXPECT_EQ(z[4], "240517");
+    EXPECT_EQ(std::stol(z[7]), 49);
+    EXPECT_EQ(std::stol(z[8]), 310);
+    EXPECT_EQ(Amounts(z, 9), kSales);
+    EXPECT_EQ(Amounts(z, 23), kCreditNotes);
+    EXPECT_EQ(Amounts(Query("U0X"), 9), std::vector<long>(7, 0));
+}
+
+// Where each model's summary puts the closing, the last credit note and the exempt sales.
+TEST_F(DayTest, SummaryLayoutFollowsTheModel) {
+    struct Case {
+        Variant variant;
+        std::size_t fields, lastCreditNote, firstSale, firstCreditNote;
+    };
+    for (const Case& c :
+         {Case{Variant::DT230, 20, 19, 5, 12}, Case{Variant::SRP812, 29, 28, 6, 21},
+          Case{Variant::HKA112, 30, 7, 9, 23}, Case{Variant::SRP350, 39, 7, 9, 23}}) {
+        SCOPED_TRACE(DefaultSerial(c.variant));
+        Start(c.variant);
+        SellAndRefund();
+        Accept("I0Z");
+        std::vector<std::string> z = Query("U0Z");
+        ASSERT_EQ(z.size(), c.fields);
+        EXPECT_EQ(std::stol(z[0]), 205);
+        EXPECT_EQ(std::stol(z[c.lastCreditNote]), 49);
+        EXPECT_EQ(Amounts(z, c.firstSale), kSales);
+        std::vector<long> creditNotes = Amounts(z, c.firstCreditNote);
+        EXPECT_EQ(creditNotes, kCreditNotes);
+    }
+}
+
+TEST_F(DayTest, S1LayoutFollowsTheModelUnlessChosen) {
+    for (Variant variant : {Variant::SRP350, Variant::DT230}) {
+        Start(variant);
+        EXPECT_EQ(S1().size(), 14u);
+    }
+    for (Variant variant : {Variant::HKA112, Variant::SRP812}) {
+        Start(variant);
+        EXPECT_EQ(S1().size(), 16u);
+    }
+    Options options = ParseOptions({"--variant", "hka112", "--s1-layout", "short"});
+    EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
+    EXPECT_THROW(ParseOptions({"--s1-layout", "wide"}), std::invalid_argument);
+}
+
+}  // namespace
+}  // namespace corvid::sim::testing
