@@ -1,6 +1,5 @@
 // Documents sent by the session over the real serial layer, checked on the paper the
 // simulated printer prints.
-#include "automation/dates.h"
 #include "e2e_fixture.h"
 
 namespace corvid::e2e {
@@ -9,25 +8,7 @@ namespace {
 using automation::Currency;
 using automation::Variant;
 
-class DocumentsOnSimulator : public SessionOnSimulator {
-  protected:
-    // Printer clock, header, footer and cashier, as a shop sets them before the day.
-    session::PrinterFiscal& Prepared() {
-        session::PrinterFiscal& s = Open();
-        EXPECT_EQ(s.SetDate(Variant(automation::DateSerial(2024, 5, 17))), 0);
-        EXPECT_EQ(s.SetTime(Variant(automation::TimeSerial(10, 30, 0))), 0);
-        EXPECT_EQ(s.SetHeader(Variant(std::int16_t{1}), "MI TIENDA, C.A."), 0);
-        EXPECT_EQ(s.SetFooter(1, "GRACIAS POR SU COMPRA"), 0);
-        EXPECT_EQ(s.Login(Variant(std::int16_t{7})), 0);
-        return s;
-    }
-    // The paper from the last document's first line on.
-    std::string LastDocument(const std::string& title) const {
-        const std::string paper = simulator_->PaperText();
-        const std::size_t at = paper.rfind(title);
-        return at == std::string::npos ? paper : paper.substr(at);
-    }
-};
+using DocumentsOnSimulator = SessionOnSimulator;
 
 TEST_F(DocumentsOnSimulator, ASaleIsPrintedAsSentAndAddsUp) {
     session::PrinterFiscal& s = Prepared();

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include "automation/dates.h"
 #include "host/library_settings.h"
 #include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
@@ -41,6 +42,23 @@ class SessionOnSimulator : public ::testing::Test {
         session_->Abrir(kPort);
         simulator_->transcript().Clear();
         return *session_;
+    }
+    // Printer clock, header, footer and cashier, as a shop sets them before the day.
+    session::PrinterFiscal& Prepared() {
+        using automation::Variant;
+        session::PrinterFiscal& s = Open();
+        EXPECT_EQ(s.SetDate(Variant(automation::DateSerial(2024, 5, 17))), 0);
+        EXPECT_EQ(s.SetTime(Variant(automation::TimeSerial(10, 30, 0))), 0);
+        EXPECT_EQ(s.SetHeader(Variant(std::int16_t{1}), "MI TIENDA, C.A."), 0);
+        EXPECT_EQ(s.SetFooter(1, "GRACIAS POR SU COMPRA"), 0);
+        EXPECT_EQ(s.Login(Variant(std::int16_t{7})), 0);
+        return s;
+    }
+    // The paper from the last document's first line on.
+    std::string LastDocument(const std::string& title) const {
+        const std::string paper = simulator_->PaperText();
+        const std::size_t at = paper.rfind(title);
+        return at == std::string::npos ? paper : paper.substr(at);
     }
     std::size_t FromHost(What what) const {
         return simulator_->transcript().Count(Direction::HostToPrinter, what);

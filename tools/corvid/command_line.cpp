@@ -158,7 +158,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
         ->required()
         ->check(CLI::Range(0, 999999));
     add(Command::kDemo, "demo",
-        "a sale, a credit note and an X report on the simulated printer, with its paper");
+        "a sale, a credit note, the X and Z reports on the simulated printer, with its paper");
 
     // Leftover words are collected rather than refused by the parser, so that the message
     // can say "unknown command" rather than only that a command is required.

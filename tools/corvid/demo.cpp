@@ -9,6 +9,7 @@
 #include "corvid/embedded_samples.h"
 #include "corvid/session_document_printer.h"
 #include "corvid/simulated_printer.h"
+#include "corvid/status_commands.h"
 #include "corvid/step_runner.h"
 #include "session/printer_fiscal.h"
 
@@ -73,6 +74,10 @@ int RunDemo(session::PrinterFiscal& printer, const SimulatedPrinter& simulator, 
         RunDocument("A credit note (samples/credit_note.json)",
                     CreditNoteSteps(ParseCreditNote(kSampleCreditNote)), documents, paper, out);
     accepted &= RunDocument("The X report", {ReportStep('X')}, documents, paper, out);
+    out << "\n== The Z report (the daily closure) and the summary the printer keeps of it\n";
+    accepted &= CloseDay(printer, Output::kText, out) == kExitAccepted;
+    out << "\n   What the printer printed:\n";
+    paper.ShowNew(out);
     out << (accepted ? "\nDemo finished: the printer accepted every step.\n"
                      : "\nDemo finished with refusals.\n");
     return accepted ? kExitAccepted : kExitFailed;

@@ -125,10 +125,15 @@ RecordView ViewOf(const records::ReporteZMF& r) {
             {"impuestoNCIR", Amount(r.impuestoNCIR)}};
 }
 
-void PrintView(const RecordView& view, std::ostream& out) {
+void PrintView(const RecordView& view, std::ostream& out, const std::string& indent) {
     for (const auto& [name, value] : view.items()) {
-        out << "  " << name << ": " << (value.is_string() ? value.get<std::string>() : value.dump())
-            << "\n";
+        out << indent << name << ":";
+        if (value.is_object()) {
+            out << "\n";
+            PrintView(value, out, indent + "  ");
+        } else {
+            out << " " << (value.is_string() ? value.get<std::string>() : value.dump()) << "\n";
+        }
     }
 }
 

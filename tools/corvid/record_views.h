@@ -4,6 +4,7 @@
 
 #include <iosfwd>
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "records/printer_response1.h"
 #include "records/printer_response2.h"
@@ -24,7 +25,8 @@ RecordView ViewOf(const records::PrinterResponse4& record);
 RecordView ViewOf(const records::ResumenZ& record);
 RecordView ViewOf(const records::ReporteZMF& record);
 
-// "  name: value" lines; nested objects and arrays on one line as JSON.
-void PrintView(const RecordView& view, std::ostream& out);
+// "name: value" lines after `indent`; nested objects indented further, arrays on one line
+// as JSON.
+void PrintView(const RecordView& view, std::ostream& out, const std::string& indent = "  ");
 
 }  // namespace corvid::tool

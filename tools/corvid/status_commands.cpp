@@ -125,14 +125,11 @@ int ShowStatus(session::PrinterFiscal& printer, Output output, std::ostream& out
 }
 
 int CloseDay(session::PrinterFiscal& printer, Output output, std::ostream& out) {
-    std::shared_ptr<records::ResumenZ> summary;
-    if (!Ask(
-            printer, [&] { summary = printer.CerrarZ(); }, out) ||
-        !summary)
-        return Failure(printer, "Z report (the daily closure)", output, out);
-    Report report(output);
-    report.Add("Summary", ViewOf(*summary));
-    return report.Print(out);
+    // Not CerrarZ: after a closing refused with NAK it still reads the summary (of the last
+    // closure), and only resultFlag tells the refusal. The tool must not show that as done.
+    printer.Execute("I0Z");
+    if (!Answered(printer)) return Failure(printer, "Z report (the daily closure)", output, out);
+    return ShowSummary(printer, output, out);
 }
 
 int ShowSummary(session::PrinterFiscal& printer, Output output, std::ostream& out) {
