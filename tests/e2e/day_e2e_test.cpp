@@ -128,9 +128,14 @@ TEST_F(DayOnSimulator, AClosingRefusedWhileADocumentIsOpenClosesNothing) {
     EXPECT_EQ(s.CerrarComprobante(), 0);
     EXPECT_EQ(s.CerrarZ()->numeroUltimoZ, before + 1);
 
-    // The tool says so instead of showing the old summary.
+    // The tool shows the open document, and refuses to show the old summary as a closing.
     EXPECT_EQ(s.PasarItem("CAFE", Currency::FromDouble(95), 1, 16), 0);
     session_.reset();
+    const auto status = nlohmann::json::parse(Tool({"--json", "status"}));
+    EXPECT_EQ(status["S1"]["numeroCajero"], 7);
+    EXPECT_EQ(status["S2"]["subTotalVenta"], 95.0);
+    EXPECT_EQ(status["S2"]["tipoTrans"], 1);
+    EXPECT_EQ(status["S3"]["ValorTasa1"], 16.0);
     std::ostringstream out, err;
     EXPECT_EQ(tool::RunCommandLine({"--port", simulator_->SlavePath(), "report", "z"}, out, err),
               1);
