@@ -16,6 +16,11 @@ double Hundredths(const std::string& field) {
 
 constexpr std::size_t kFlagsPerGroup = 10;
 
+void TraceAbandoned(const std::string& errorText, host::TraceLog& trace) {
+    // The method's name is misspelt in this line, as hosts' logs have always shown it.
+    trace.Trace("PrinterResponse3.LoadFormResponse. Error: " + errorText);
+}
+
 }  // namespace
 
 void PrinterResponse3::loadFake() {
@@ -51,15 +56,20 @@ void PrinterResponse3::loadFromResponse(const std::vector<std::string>& v, host:
             throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange);
         }
         const std::string& row = v[flagsField];
-        nFlags = static_cast<std::int16_t>(static_cast<long>(row.size() / 2) - 1);
+        // A row too long for the 16-bit count overflows (error 6) instead of wrapping it.
+        nFlags = automation::CInt(static_cast<double>(row.size() / 2) - 1);
         flags_.assign(static_cast<std::size_t>(nFlags + 1), 0);
         for (std::size_t i = 0; i < flags_.size(); ++i) {
             flags_[i] = automation::CInt(std::string_view(row).substr(2 * i, 2));
         }
     } catch (const automation::VbError& error) {
-        // The method's name is misspelt in this line, as hosts' logs have always shown it.
-        trace.Trace("PrinterResponse3.LoadFormResponse. Error: " + error.description());
+        TraceAbandoned(error.description(), trace);
     }
+}
+
+void PrinterResponse3::loadFromUnreadable(const std::string& errorText, host::TraceLog& trace) {
+    isFake = false;
+    TraceAbandoned(errorText, trace);
 }
 
 std::int16_t PrinterResponse3::Flag(std::int32_t n) const {

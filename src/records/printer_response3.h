@@ -29,6 +29,9 @@ class PrinterResponse3 {
     // Parses the zero-based "S3" fields. Never raises: a field that does not convert ends
     // the parse (with a trace line) and keeps what was set before it.
     void loadFromResponse(const std::vector<std::string>& fields, host::TraceLog& trace);
+    // As loadFromResponse when the reply cannot even be read as fields (a host passing
+    // something that is not an array): the reading ends at once, with the same trace line.
+    void loadFromUnreadable(const std::string& errorText, host::TraceLog& trace);
     // Flag n, or -1 outside the table.
     std::int16_t Flag(std::int32_t n) const;
     static std::string imagenIncluido(bool included) { return included ? "INCLUIDO" : "ADICIONAL"; }

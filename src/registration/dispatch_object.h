@@ -58,12 +58,16 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
   public:
     using PublishedInterface = Interface;
 
-    DispatchObject(REFIID iid, std::string class_source) : core_(iid, std::move(class_source)) {}
+    // `own_iid`, when given, is an IID outside the type library that only this class
+    // answers (with the published interface): see OwnObject.
+    DispatchObject(REFIID iid, std::string class_source, const IID* own_iid = nullptr)
+        : core_(iid, std::move(class_source)), own_iid_(own_iid) {}
     virtual ~DispatchObject() = default;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
         if (object == nullptr) return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IDispatch || core_.Supports(iid)) {
+        if (iid == IID_IUnknown || iid == IID_IDispatch || core_.Supports(iid) ||
+            (own_iid_ != nullptr && iid == *own_iid_)) {
             *object = static_cast<Interface*>(this);
         } else if (iid == IID_ISupportErrorInfo) {
             *object = static_cast<ISupportErrorInfo*>(this);
@@ -106,7 +110,22 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
 
   private:
     DispatchCore core_;
+    const IID* own_iid_;
     ReferenceCount references_;
 };
+
+// `object` when it is an `Object` of this server in this apartment, else null (a host's
+// own implementation of the interface, a proxy, null). Adds no reference: the caller
+// holds one for as long as it uses the result.
+template <class Object>
+Object* OwnObject(IUnknown* object) {
+    void* found = nullptr;
+    if (object == nullptr || FAILED(object->QueryInterface(Object::kOwnIid, &found))) {
+        return nullptr;
+    }
+    auto* published = static_cast<typename Object::PublishedInterface*>(found);
+    published->Release();
+    return static_cast<Object*>(published);
+}
 
 }  // namespace corvid::registration

@@ -19,6 +19,8 @@ class HeldReference {
         held_ = object;
         if (previous != nullptr) previous->Release();
     }
+    // What is held, with no reference added; null when nothing is.
+    Interface* get() const { return held_; }
     // A new reference for the caller; null when nothing is held.
     Interface* Share() const {
         if (held_ != nullptr) held_->AddRef();

@@ -6,6 +6,7 @@
 
 #include "automation/vb_error.h"
 #include "registration/variant_store.h"
+#include "registration/variant_values.h"
 
 namespace corvid::registration {
 namespace {
@@ -56,6 +57,23 @@ void ElementOf(const HostArray& array, LONG index, VARIANT* element) {
             break;
     }
     element->vt = array.element_type;
+}
+
+std::vector<std::string> TextsOf(const VARIANT& value) {
+    const HostArray array = HostArrayOf(value);
+    std::vector<std::string> texts;
+    for (LONG i = array.lower; i <= array.upper; ++i) {
+        VARIANT element;
+        ElementOf(array, i, &element);
+        try {
+            texts.push_back(TextFromVariant(element));
+        } catch (...) {
+            VariantClear(&element);
+            throw;
+        }
+        VariantClear(&element);
+    }
+    return texts;
 }
 
 void MakeVariantArray(VARIANT* value) {

@@ -7,6 +7,9 @@
 // (first: the OLE headers below use its types)
 #include <oaidl.h>
 
+#include <string>
+#include <vector>
+
 namespace corvid::registration {
 
 struct HostArray {
@@ -23,6 +26,10 @@ HostArray HostArrayOf(const VARIANT& value);
 // Element `index` as a Variant of the element's own type (objects AddRef'd, Null kept).
 // An array of more than one dimension raises subscript out of range (9).
 void ElementOf(const HostArray& array, LONG index, VARIANT* element);
+
+// The elements as texts (CStr of each), from the lower bound to the upper: the field
+// array a host hands to a record. A Null element raises type mismatch (13).
+std::vector<std::string> TextsOf(const VARIANT& value);
 
 // VBScript indexes and bounds only arrays of Variants: a typed one-dimensional array in
 // `value` (Strings, say) becomes an array of Variants with the same bounds and elements.

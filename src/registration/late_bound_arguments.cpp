@@ -26,6 +26,22 @@ VARTYPE AutomationType(ITypeInfo* info, const TYPEDESC& type) {
     return result;
 }
 
+// The IID of the interface `type` names, when it names one (a parameter taking an object).
+bool InterfaceNamed(ITypeInfo* info, const TYPEDESC& type, IID* iid) {
+    if (type.vt != VT_USERDEFINED) return false;
+    ITypeInfo* referenced = nullptr;
+    if (FAILED(info->GetRefTypeInfo(type.hreftype, &referenced))) return false;
+    bool named = false;
+    TYPEATTR* attributes = nullptr;
+    if (SUCCEEDED(referenced->GetTypeAttr(&attributes))) {
+        named = attributes->typekind == TKIND_INTERFACE || attributes->typekind == TKIND_DISPATCH;
+        if (named) *iid = attributes->guid;
+        referenced->ReleaseTypeAttr(attributes);
+    }
+    referenced->Release();
+    return named;
+}
+
 // The function `member` names for a call with `flags`; the caller releases it.
 FUNCDESC* FindFunction(ITypeInfo* info, DISPID member, WORD flags) {
     TYPEATTR* attributes = nullptr;
@@ -102,6 +118,9 @@ HRESULT LateBoundArguments::AdaptOne(ITypeInfo* info, const TYPEDESC& declared, 
         return S_OK;
     }
 
+    IID wanted;
+    if (InterfaceNamed(info, *declared.lptdesc, &wanted)) return AdaptObject(wanted, index);
+
     const VARTYPE type = AutomationType(info, *declared.lptdesc);
     if (type == VT_EMPTY || argument.vt == (VT_BYREF | type)) return S_OK;
 
@@ -121,6 +140,25 @@ HRESULT LateBoundArguments::AdaptOne(ITypeInfo* info, const TYPEDESC& declared, 
         // Every member of the value union starts at the same address.
         argument.byref = &temporary.value.bVal;
     }
+    return S_OK;
+}
+
+HRESULT LateBoundArguments::AdaptObject(REFIID iid, UINT index) {
+    VARIANTARG& argument = arguments_[index];
+    Temporary& temporary = NewTemporary(index, false);
+    VARIANT& value = temporary.value;
+    const HRESULT hr = VariantCopyInd(&value, Innermost(&argument));
+    if (FAILED(hr)) return hr;
+    if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) return DISP_E_TYPEMISMATCH;
+    if (value.punkVal != nullptr) {
+        void* object = nullptr;
+        if (FAILED(value.punkVal->QueryInterface(iid, &object))) return DISP_E_TYPEMISMATCH;
+        value.punkVal->Release();
+        // The server's interfaces are all dual: the one asked for is an IDispatch.
+        value.vt = VT_DISPATCH;
+        value.pdispVal = static_cast<IDispatch*>(object);
+    }
+    argument = value;
     return S_OK;
 }
 

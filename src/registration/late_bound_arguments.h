@@ -3,9 +3,11 @@
 // ([in, out] long*, BSTR*, ...). Before the call, each argument is brought to the form the
 // member's FUNCDESC declares: a typed ByRef parameter gets a temporary of its type
 // (converted with VariantChangeType), a Variant ByRef parameter given by value gets a
-// temporary copy, and a by-value parameter given by reference gets the value itself. After
-// the call, what the member wrote into a temporary is written back into the caller's
-// reference. Literals passed to ByRef parameters work the same way, without write-back.
+// temporary copy, a by-value parameter given by reference gets the value itself, and an
+// object for a parameter of an interface type is asked for that interface (an object of
+// another class is a type mismatch, as VB reports it). After the call, what the member
+// wrote into a temporary is written back into the caller's reference. Literals passed to
+// ByRef parameters work the same way, without write-back.
 #pragma once
 
 #include <windows.h>
@@ -44,6 +46,7 @@ class LateBoundArguments {
     };
 
     HRESULT AdaptOne(ITypeInfo* info, const TYPEDESC& declared, UINT index);
+    HRESULT AdaptObject(REFIID iid, UINT index);
     Temporary& NewTemporary(UINT index, bool write_back);
 
     DISPPARAMS* given_ = nullptr;

@@ -1,5 +1,6 @@
 #include "registration/printer_fiscal_object.h"
 
+#include "automation/vb_error.h"
 #include "registration/bstr_text.h"
 #include "registration/checked_pointer.h"
 #include "registration/host_array.h"
@@ -18,7 +19,18 @@ std::string SeparatorOr(const VARIANT* argument, std::string fallback) {
 }  // namespace
 
 PrinterFiscalObject::PrinterFiscalObject(const char* error_source)
-    : DispatchObject(IID__PrinterFiscal, error_source) {}
+    : DispatchObject(IID__PrinterFiscal, error_source, &kOwnIid) {}
+
+session::PrinterFiscal& SessionOf(_PrinterFiscal* printer) {
+    if (printer == nullptr) {
+        throw automation::VbError(91, {}, "Object variable or With block variable not set");
+    }
+    PrinterFiscalObject* object = OwnObject<PrinterFiscalObject>(printer);
+    if (object == nullptr) {
+        throw automation::VbError::Standard(automation::vb_errors::kTypeMismatch);
+    }
+    return object->session();
+}
 
 STDMETHODIMP PrinterFiscalObject::get_result(BSTR* value) {
     return Guard([&] { *Checked(value) = BstrFromBytes(session_.outcome().result); });
@@ -63,11 +75,37 @@ STDMETHODIMP PrinterFiscalObject::get_SerialPrinter(BSTR* value) {
 STDMETHODIMP PrinterFiscalObject::put_SerialPrinter(BSTR value) {
     return Guard([&] { session_.SetSerialPrinter(BytesFromBstr(value)); });
 }
-STDMETHODIMP PrinterFiscalObject::get_s3(IDispatch** value) {
-    return Guard([&] { *Checked(value) = s3_.Share(); });
+PrinterResponse3Object* PrinterFiscalObject::S3Object() {
+    const std::shared_ptr<records::PrinterResponse3> record = session_.s3();
+    PrinterResponse3Object* held = s3_.get();
+    if (record == nullptr) {
+        s3_.Reset(nullptr);
+    } else if (held == nullptr || held->record() != record) {
+        PrinterResponse3Object* fresh = Publish<PrinterResponse3Object>(record);
+        s3_.Reset(fresh);
+        fresh->Release();
+    }
+    return s3_.get();
 }
-STDMETHODIMP PrinterFiscalObject::putref_s3(IDispatch* value) {
-    return Guard([&] { s3_.Reset(value); });
+STDMETHODIMP PrinterFiscalObject::get_s3(_PrinterResponse3** value) {
+    return Guard([&] {
+        _PrinterResponse3** out = Checked(value);
+        PrinterResponse3Object* object = S3Object();
+        if (object != nullptr) object->AddRef();
+        *out = object;
+    });
+}
+// Only a PrinterResponse3 of this server: the session reads its rates and flags, which a
+// host's own object could not give it.
+STDMETHODIMP PrinterFiscalObject::putref_s3(_PrinterResponse3* value) {
+    return Guard([&] {
+        PrinterResponse3Object* object = OwnObject<PrinterResponse3Object>(value);
+        if (value != nullptr && object == nullptr) {
+            throw automation::VbError::Standard(automation::vb_errors::kTypeMismatch);
+        }
+        session_.Sets3(object != nullptr ? object->record() : nullptr);
+        s3_.Reset(object);
+    });
 }
 STDMETHODIMP PrinterFiscalObject::get_f21(SHORT* value) {
     return Guard([&] { *Checked(value) = session_.f21(); });

@@ -5,13 +5,20 @@
 #include "registration/CorvidAPI_h.h"
 #include "registration/dispatch_object.h"
 #include "registration/held_reference.h"
+#include "registration/printer_response3_object.h"
 #include "session/printer_fiscal.h"
 
 namespace corvid::registration {
 
 class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
   public:
+    // Answered only by this class: records that read the printer accept no other session.
+    static constexpr IID kOwnIid = {
+        0xaecb77c5, 0xf7cd, 0x4b63, {0x85, 0xa7, 0xa6, 0x37, 0xd4, 0x8a, 0xf9, 0x4a}};
+
     explicit PrinterFiscalObject(const char* error_source);
+
+    session::PrinterFiscal& session() { return session_; }
 
     STDMETHODIMP get_result(BSTR* value) override;
     STDMETHODIMP put_result(BSTR value) override;
@@ -27,8 +34,8 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
     STDMETHODIMP put_DescripcionError(BSTR value) override;
     STDMETHODIMP get_SerialPrinter(BSTR* value) override;
     STDMETHODIMP put_SerialPrinter(BSTR value) override;
-    STDMETHODIMP get_s3(IDispatch** value) override;
-    STDMETHODIMP putref_s3(IDispatch* value) override;
+    STDMETHODIMP get_s3(_PrinterResponse3** value) override;
+    STDMETHODIMP putref_s3(_PrinterResponse3* value) override;
     STDMETHODIMP get_f21(SHORT* value) override;
     STDMETHODIMP put_f21(SHORT value) override;
     STDMETHODIMP get_lError(SHORT* value) override;
@@ -123,6 +130,24 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
     STDMETHODIMP reimprimirDocumentos(BSTR* cmd, VARIANT* arg1, VARIANT* arg2) override;
     STDMETHODIMP reimprimirFactura(VARIANT* numero) override;
 
+    // Status queries (printer_fiscal_status_object.cpp).
+    STDMETHODIMP numeroUltimaFactura(LONG* numero) override;
+    STDMETHODIMP NumeroUltimoCierre(LONG* numero) override;
+    STDMETHODIMP Response1(_PrinterResponse1** record) override;
+    STDMETHODIMP StatusS1(_PrinterResponse1** record) override;
+    STDMETHODIMP Response2(_PrinterResponse2** record) override;
+    STDMETHODIMP StatusS2(_PrinterResponse2** record) override;
+    STDMETHODIMP Response3(_PrinterResponse3** record) override;
+    STDMETHODIMP Response4(_PrinterResponse4** record) override;
+    STDMETHODIMP StatusS3(_PrinterResponse3** record) override;
+    STDMETHODIMP CerrarZ(_ResumenZ** summary) override;
+    STDMETHODIMP ResumenZ(_ResumenZ** summary) override;
+    STDMETHODIMP tasa(VARIANT Index, double* rate) override;
+    STDMETHODIMP getEstadoDocumento(_EstadoDocumento** record) override;
+    STDMETHODIMP reportesZMF(VARIANT* desde, VARIANT* hasta,
+                             ReportesZMFCollection** closures) override;
+    STDMETHODIMP loadReporteZMF(VARIANT* numero, _ReporteZMF** closure) override;
+
   private:
     // One of the "G" item-line wrappers, called with the host's converted arguments.
     using GeneralLineSender = std::int16_t (session::PrinterFiscal::*)(std::string_view,
@@ -132,9 +157,16 @@ class PrinterFiscalObject : public DispatchObject<_PrinterFiscal> {
                              VARIANT* cantidad, VARIANT* impuesto, VARIANT* codigo);
     static automation::Variant ReprintLimit(const std::string& cmd, const VARIANT* limit);
 
+    // The object over the session's S3 record (null when it has none): the one last Set
+    // or read while the record is the same, so that a host's `p.s3 Is p.s3` holds.
+    PrinterResponse3Object* S3Object();
+
     session::PrinterFiscal session_;
-    // The host's S3 record, kept as it was Set; Nothing until then.
-    HeldReference<IDispatch> s3_;
+    HeldReference<PrinterResponse3Object> s3_;
 };
+
+// The session behind `printer`, one of this server's PrinterFiscal objects. Nothing raises
+// error 91, any other object type mismatch (13).
+session::PrinterFiscal& SessionOf(_PrinterFiscal* printer);
 
 }  // namespace corvid::registration

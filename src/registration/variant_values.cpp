@@ -106,6 +106,12 @@ std::int16_t ShortFromVariant(const VARIANT& value) {
     return converted.get()->iVal;
 }
 
+std::int32_t LongFromVariant(const VARIANT& value) {
+    ScopedVariant converted;
+    ConvertInto(converted, value, VT_I4);
+    return converted.get()->lVal;
+}
+
 double DoubleFromVariant(const VARIANT& value) {
     ScopedVariant converted;
     ConvertInto(converted, value, VT_R8);
@@ -128,6 +134,42 @@ automation::Date DateFromVariant(const VARIANT& value) {
     ScopedVariant converted;
     ConvertInto(converted, value, VT_DATE);
     return automation::Date{converted.get()->date};
+}
+
+automation::Variant ValueFromVariant(const VARIANT& value) {
+    ScopedVariant copy;
+    const HRESULT hr = VariantCopyInd(copy.get(), Source(Innermost(&value)));
+    if (FAILED(hr)) RaiseConversionError(hr);
+    const VARIANT& inner = *copy.get();
+    switch (inner.vt) {
+        case VT_EMPTY:
+            return automation::Empty{};
+        case VT_NULL:
+            return automation::Null{};
+        case VT_BOOL:
+            return inner.boolVal != VARIANT_FALSE;
+        case VT_UI1:
+            return std::int16_t{inner.bVal};
+        case VT_I2:
+            return std::int16_t{inner.iVal};
+        case VT_I4:
+            return std::int32_t{inner.lVal};
+        case VT_R4:
+            return inner.fltVal;
+        case VT_R8:
+            return inner.dblVal;
+        case VT_CY:
+            return automation::Currency::FromScaled(inner.cyVal.int64);
+        case VT_DATE:
+            return automation::Date{inner.date};
+        case VT_BSTR:
+            return BytesFromBstr(inner.bstrVal);
+        case VT_ERROR:
+            return automation::ErrorValue{inner.scode};
+        default:
+            // Other integers and Decimals; an object gives its default value, an array fails.
+            return DoubleFromVariant(inner);
+    }
 }
 
 void SetText(VARIANT* result, std::string_view text) {

@@ -26,11 +26,16 @@ std::string TextFromVariant(const VARIANT& value);
 // CStr keeping the host's UTF-16 text as it is.
 std::u16string Utf16FromVariant(const VARIANT& value);
 std::int16_t ShortFromVariant(const VARIANT& value);
+std::int32_t LongFromVariant(const VARIANT& value);
 // CDbl, CCur, CBool and CDate of a Variant (date text in the host's locale).
 double DoubleFromVariant(const VARIANT& value);
 automation::Currency CurrencyFromVariant(const VARIANT& value);
 bool BoolFromVariant(const VARIANT& value);
 automation::Date DateFromVariant(const VARIANT& value);
+
+// The host's value as the library's Variant, references followed: integers of other
+// widths and Decimals become Double; objects and arrays raise type mismatch (13).
+automation::Variant ValueFromVariant(const VARIANT& value);
 
 // Results written into a [out, retval] VARIANT*.
 void SetText(VARIANT* result, std::string_view text);

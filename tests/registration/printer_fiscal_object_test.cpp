@@ -1,5 +1,5 @@
 // PrinterFiscal as hosts other than VBScript drive it: arrays with a lower bound other than
-// 0 or of Strings (VB6, .NET), and the lifetime of the object a host keeps in s3.
+// 0 or of Strings (VB6, .NET), and the lifetime of the record a host keeps in s3.
 #include <windows.h>
 // (first: the OLE headers below use its types)
 #include <gtest/gtest.h>
@@ -12,6 +12,56 @@ namespace {
 
 constexpr char kPrinterFiscal[] = "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC";
 constexpr char kCStringBuffer[] = "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7";
+constexpr char kPrinterResponse3[] = "6D93AB38-5EA9-4557-A2EB-3D41E9756220";
+constexpr char kResumenZ[] = "77EEFE1C-CBDD-45C0-A930-F12420291E68";
+// The dual interfaces of PrinterFiscal and PrinterResponse3.
+constexpr IID kPrinterFiscalInterface = {
+    0xc411d3fe, 0xa8b5, 0x4bf3, {0x94, 0x81, 0x01, 0x94, 0x42, 0xca, 0xa8, 0x75}};
+constexpr IID kPrinterResponse3Interface = {
+    0x5895de05, 0xa3f8, 0x40bf, {0x81, 0x01, 0x2b, 0x55, 0x1d, 0xa1, 0xea, 0xf7}};
+
+// A host's own object that claims one of the server's interfaces: the server must not take
+// it for one of its own (calling into it as such would crash).
+class Impostor : public IDispatch {
+  public:
+    explicit Impostor(const IID& claimed) : claimed_(claimed) {}
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (iid != IID_IUnknown && iid != IID_IDispatch && iid != claimed_) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = this;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override { return --references_; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        return E_NOTIMPL;
+    }
+    ULONG references() const { return references_; }
+
+  private:
+    IID claimed_;
+    ULONG references_ = 1;
+};
+
+VARIANT Object(IDispatch* object) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_DISPATCH;
+    v.pdispVal = object;
+    return v;
+}
 
 VARIANT Short(SHORT value) {
     VARIANT v;
@@ -100,16 +150,12 @@ TEST_F(PrinterFiscalObjectTest, ResponseItemCountsFromTheArraysLowerBound) {
     SafeArrayDestroy(names);
 }
 
-TEST_F(PrinterFiscalObjectTest, S3HoldsTheHostsObjectUntilTheSessionDies) {
-    IDispatch* record = server_.Create(kCStringBuffer);
+TEST_F(PrinterFiscalObjectTest, S3HoldsTheHostsRecordUntilTheSessionDies) {
+    IDispatch* record = server_.Create(kPrinterResponse3);
     ASSERT_NE(record, nullptr);
     const ULONG alone = References(record);
 
-    VARIANT value;
-    VariantInit(&value);
-    value.vt = VT_DISPATCH;
-    value.pdispVal = record;
-    ASSERT_EQ(CallByName(session_, "s3", DISPATCH_PROPERTYPUTREF, {value}, nullptr), S_OK);
+    ASSERT_EQ(CallByName(session_, "s3", DISPATCH_PROPERTYPUTREF, {Object(record)}, nullptr), S_OK);
     EXPECT_EQ(References(record), alone + 1);
 
     VARIANT held;
@@ -123,6 +169,38 @@ TEST_F(PrinterFiscalObjectTest, S3HoldsTheHostsObjectUntilTheSessionDies) {
     session_ = nullptr;
     EXPECT_EQ(References(record), alone);
     record->Release();
+}
+
+TEST_F(PrinterFiscalObjectTest, S3RefusesAnObjectOfAnotherClassWithoutKeepingIt) {
+    IDispatch* buffer = server_.Create(kCStringBuffer);
+    ASSERT_NE(buffer, nullptr);
+    const ULONG alone = References(buffer);
+    EXPECT_EQ(CallByName(session_, "s3", DISPATCH_PROPERTYPUTREF, {Object(buffer)}, nullptr),
+              DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(References(buffer), alone);
+    buffer->Release();
+}
+
+TEST_F(PrinterFiscalObjectTest, S3RefusesAHostsOwnPrinterResponse3) {
+    Impostor impostor(kPrinterResponse3Interface);
+    EXPECT_EQ(CallByName(session_, "s3", DISPATCH_PROPERTYPUTREF, {Object(&impostor)}, nullptr),
+              DISP_E_EXCEPTION);
+    EXPECT_EQ(impostor.references(), 1u);
+    VARIANT held;
+    VariantInit(&held);
+    ASSERT_EQ(CallByName(session_, "s3", DISPATCH_PROPERTYGET, {}, &held), S_OK);
+    EXPECT_EQ(held.vt, VT_DISPATCH);
+    EXPECT_EQ(held.pdispVal, nullptr);
+}
+
+TEST_F(PrinterFiscalObjectTest, ResumenZLoadsOnlyFromThisServersSessions) {
+    IDispatch* summary = server_.Create(kResumenZ);
+    ASSERT_NE(summary, nullptr);
+    Impostor impostor(kPrinterFiscalInterface);
+    EXPECT_EQ(CallByName(summary, "load", DISPATCH_METHOD, {Object(&impostor)}, nullptr),
+              DISP_E_EXCEPTION);
+    EXPECT_EQ(impostor.references(), 1u);
+    summary->Release();
 }
 
 }  // namespace

@@ -61,18 +61,6 @@ CheckTrue "f21 refuses a value beyond 16 bits", Err.Number <> 0
 Err.Clear
 On Error GoTo 0
 
-' s3 is Nothing until a host Sets it, and then keeps the host's object alive.
-CheckTrue "a new session: s3 is Nothing", p.s3 Is Nothing
-Dim record
-Set record = CreateObject("PrinterFiscalCorvid.CStringBuffer")
-record.Value = "held"
-Set p.s3 = record
-CheckTrue "s3 gives back the object it was Set to", p.s3 Is record
-Set record = Nothing
-Check "s3 keeps the object after the host lets go of it", p.s3.Value, "held"
-Set p.s3 = Nothing
-CheckTrue "s3 Set to Nothing", p.s3 Is Nothing
-
 ' Without a "TipoPrinter" setting the model follows the serial number's prefix.
 p.SerialPrinter = "Z6B0000001"
 Check "tipoPrinter of a Z6B serial is DT230", p.tipoPrinter(), 1

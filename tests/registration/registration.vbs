@@ -29,6 +29,19 @@ End Sub
 
 CheckClass "PrinterFiscalCorvid.PrinterFiscal", kPrinterClsid
 CheckClass "PrinterFiscalCorvid.CStringBuffer", kBufferClsid
+' The status records: name and CLSID of each.
+Dim records, i
+records = Array("PrinterResponse1", "{FB227847-75EF-4505-B215-22BA97C10BB5}", _
+    "PrinterResponse2", "{299BCC32-3CC5-4E00-88D8-F306A6305E1B}", _
+    "EstadoDocumento", "{30ABF7A0-1080-452F-B932-33EBEB4826AD}", _
+    "PrinterResponse3", "{6D93AB38-5EA9-4557-A2EB-3D41E9756220}", _
+    "PrinterResponse4", "{F94F5C88-B28A-4482-A664-E2763B20507A}", _
+    "ResumenZ", "{77EEFE1C-CBDD-45C0-A930-F12420291E68}", _
+    "ReporteZMF", "{109B91AE-087A-4B19-9579-7B1CDA238E67}")
+For i = 0 To UBound(records) Step 2
+    CheckClass "PrinterFiscalCorvid." & records(i), records(i + 1)
+    CheckTrue records(i) & " is created", IsObject(CreateObject("PrinterFiscalCorvid." & records(i)))
+Next
 Check "the type library is registered by name", _
     ReadKey("HKCR\TypeLib\" & kLibid & "\1.0\"), "PrinterFiscalCorvid: fiscal printer driver"
 CheckTrue "the type library points at CorvidAPI.dll", _
