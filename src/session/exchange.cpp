@@ -23,6 +23,7 @@ constexpr std::int32_t kWaitSliceMs = 50;
 // A byte takes about 1.2 ms at 9600 baud; the check byte is given ample time.
 constexpr std::int32_t kCheckByteWaitMs = 50;
 constexpr std::int16_t kLineDtr = 2, kLineRts = 3;
+constexpr float kSecondsPerDay = 86400;
 
 std::string Text(float value) { return automation::CStr(automation::Variant(value)); }
 std::string Text(bool value) { return value ? "True" : "False"; }
@@ -162,7 +163,8 @@ void Exchange::CollectReply() {
                   session::EscapeString(outcome_.result));
         }
         // Before midnight's wrap the elapsed time is negative and the wait goes on.
-        if (clock.SecondsSinceMidnight() - t0 >= static_cast<float>(settings_.timeOut)) {
+        if (clock.SecondsSinceMidnight() - t0 >= static_cast<float>(settings_.timeOut) ||
+            OutOfTime()) {
             if (!ready_) Trace("TIMEOUT!");
             break;
         }
@@ -201,6 +203,12 @@ std::int16_t Exchange::Execute(std::string_view sCmd) {
     }
     std::int32_t attempts = kAttempts;
     bool done;
+    // Cleared on every way out, so that no later wait outside a command is cut short.
+    struct BoundScope {
+        std::optional<float>& start;
+        ~BoundScope() { start.reset(); }
+    } bound{boundStart_};
+    if (settings_.maxWait > 0) boundStart_ = automation::CurrentClock().SecondsSinceMidnight();
     do {
         done = true;
         GetStatus();
@@ -221,8 +229,22 @@ std::int16_t Exchange::Execute(std::string_view sCmd) {
             // A silent printer costs no attempt: the status request is simply repeated.
             done = false;
         }
+        if (!done && OutOfTime()) {
+            Trace("MAXWAIT! " + Text(static_cast<float>(settings_.maxWait)) + " s spent");
+            SetOutcome(pfCommError, "Tiempo m\xE1ximo de espera agotado");
+            break;
+        }
     } while (!done && attempts > 0);
     return PfErrorAsInteger(outcome_);
+}
+
+bool Exchange::OutOfTime() const {
+    if (!boundStart_) return false;
+    float elapsed = automation::CurrentClock().SecondsSinceMidnight() - *boundStart_;
+    // Unlike the time-out of one wait, the bound holds across midnight; a clock set back
+    // a little is not taken for a day gone by.
+    if (elapsed < -kSecondsPerDay / 2) elapsed += kSecondsPerDay;
+    return static_cast<double>(elapsed) >= settings_.maxWait;
 }
 
 void Exchange::SetOutcome(std::int32_t error, const char* description) {

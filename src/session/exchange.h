@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ struct ExchangeSettings {
     bool skipChecks = false;
     // Seconds one reply wait may last.
     std::int16_t timeOut = 10;
+    // Seconds one Execute may wait in all before it gives up; 0 sets no bound, and a
+    // printer that never answers ENQ is then asked for status for ever.
+    double maxWait = 0;
 };
 
 class Exchange {
@@ -62,6 +66,8 @@ class Exchange {
     void CollectReply();
     void DiscardLateCheckByte();
     void SetOutcome(std::int32_t error, const char* description);
+    // Whether the running Execute has used up "MaxWait"; never while none runs.
+    bool OutOfTime() const;
 
     std::shared_ptr<SerialLine> line_;
     host::TraceLog& trace_;
@@ -69,6 +75,8 @@ class Exchange {
     ExchangeOutcome outcome_;
     std::int16_t port_ = 0;
     bool ready_ = false;
+    // Clock reading when the running Execute began, if its wait is bounded.
+    std::optional<float> boundStart_;
 };
 
 }  // namespace corvid::session

@@ -1,5 +1,7 @@
 #include "session/session_settings.h"
 
+#include <algorithm>
+
 #include "automation/conversions.h"
 #include "host/library_settings.h"
 #include "host/settings_store.h"
@@ -28,6 +30,8 @@ SessionSettings ReadSessionSettings(ProcessState& process) {
         s.tasas[static_cast<std::size_t>(s.numTasas)] = automation::Val(text);
         ++s.numTasas;
     }
+    // Read last; a negative bound is no bound.
+    s.exchange.maxWait = std::max(0.0, host::ReadNumberSetting("MaxWait", 0));
     return s;
 }
 
