@@ -22,6 +22,9 @@ inline constexpr unsigned kAnyReply = kFramedReplies | kAckReply | kNakReply;
 struct CountedFault {
     int remaining = 0;
     unsigned kinds = kFramedReplies;
+    // Replies of the kinds to let pass before the fault starts, e.g. 1 to spare the
+    // first block of a multi-block reply and hit the next one.
+    int skip = 0;
 
     // Spends one count if the fault is armed for `kind`.
     bool Take(ReplyKind kind);
@@ -37,6 +40,22 @@ struct FaultPlan {
     CountedFault eotEnd;     // end the reply with EOT instead of ETX (ETB blocks are not hit)
     CountedFault garbage;    // send garbageBytes before the reply
     std::string garbageBytes = "\xFF\x11\x7F";
+
+    // Framed replies only: a check byte that does not match the reply.
+    CountedFault badCheck;
+    // Framed replies only: the text padded with blanks to oversizeTo bytes, more than
+    // one read of the host takes.
+    CountedFault oversize{0, kDataReply, 0};
+    std::size_t oversizeTo = 5000;
+    // The line drops in the middle of the reply: only its first dropAfter bytes go out
+    // (never all of it). With hangUpOnDrop the terminal is then closed for good;
+    // otherwise the printer goes on listening.
+    CountedFault drop;
+    std::size_t dropAfter = 3;
+    bool hangUpOnDrop = false;
+    // The reply goes out lateBy after the request (on top of `delay`).
+    CountedFault late;
+    std::chrono::milliseconds lateBy{0};
 
     std::chrono::milliseconds delay{0};  // wait before every reply
     std::size_t chunkSize = 0;           // write replies in pieces of this many bytes; 0: whole

@@ -76,6 +76,16 @@ std::string Usage() {
            "  --eot-end N            end the next N status or data replies with EOT\n"
            "  --garbage N            send garbage before the next N status or data replies\n"
            "  --garbage-bytes HEX    the garbage, e.g. ff117f\n"
+           "  --bad-check N          send a wrong check byte with the next N status or data\n"
+           "                         replies\n"
+           "  --oversize N           pad the text of the next N data replies with blanks...\n"
+           "  --oversize-to BYTES    ...to this many bytes (default 5000)\n"
+           "  --drop N               drop the line in the middle of the next N status or data\n"
+           "                         replies: only their first bytes go out\n"
+           "  --drop-after K         how many bytes go out before the drop (default 3)\n"
+           "  --hang-up              after a drop, close the terminal for good\n"
+           "  --late N               hold back the next N replies of any kind...\n"
+           "  --late-by MS           ...by MS milliseconds\n"
            "  --delay MS             wait MS milliseconds before every reply\n"
            "  --chunk K              write replies in pieces of K bytes\n"
            "  --chunk-pause MS       pause between pieces (default 3)\n"
@@ -142,6 +152,22 @@ Options ParseOptions(const std::vector<std::string>& args) {
             faults.garbage.remaining = count();
         } else if (option == "--garbage-bytes") {
             faults.garbageBytes = HexBytes(value());
+        } else if (option == "--bad-check") {
+            faults.badCheck.remaining = count();
+        } else if (option == "--oversize") {
+            faults.oversize.remaining = count();
+        } else if (option == "--oversize-to") {
+            faults.oversizeTo = static_cast<std::size_t>(Number(option, value(), 1, 1000000));
+        } else if (option == "--drop") {
+            faults.drop.remaining = count();
+        } else if (option == "--drop-after") {
+            faults.dropAfter = static_cast<std::size_t>(Number(option, value(), 0, 1000000));
+        } else if (option == "--hang-up") {
+            faults.hangUpOnDrop = true;
+        } else if (option == "--late") {
+            faults.late = {count(), kAnyReply, 0};
+        } else if (option == "--late-by") {
+            faults.lateBy = millis();
         } else if (option == "--delay") {
             faults.delay = millis();
         } else if (option == "--chunk") {

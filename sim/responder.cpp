@@ -1,5 +1,7 @@
 #include "sim/responder.h"
 
+#include <algorithm>
+
 #include "sim/wire.h"
 
 namespace corvid::sim {
@@ -45,11 +47,9 @@ std::optional<Reply> Responder::AnswerBlock(const HostUnit& unit) {
     switch (answer.kind) {
         case CommandAnswer::Kind::Ack:
             return Single(kAckReply, kAck);
-        case CommandAnswer::Kind::Nak: {
-            Reply reply = Single(kNakReply, kNak);
-            if (!answer.reason.empty()) reply.note = "refused: " + answer.reason;
-            return reply;
-        }
+        case CommandAnswer::Kind::Nak:
+            return Single(kNakReply, kNak,
+                          answer.reason.empty() ? "" : "refused: " + answer.reason);
         case CommandAnswer::Kind::Data:
             break;
     }
@@ -68,12 +68,22 @@ std::optional<Reply> Responder::NextPendingBlock() {
 Reply Responder::Framed(ReplyKind kind, const std::string& text, char end) {
     if (end == kEtx && faults_.eotEnd.Take(kind)) end = kEot;
     Reply reply{kind, FrameReply(text, end), {}};
+    if (faults_.oversize.Take(kind) && text.size() < faults_.oversizeTo) {
+        std::string padded = text;
+        padded.resize(faults_.oversizeTo, ' ');
+        reply.bytes = FrameReply(padded, end);
+        Note(reply, "padded to " + std::to_string(faults_.oversizeTo) + " bytes");
+    }
+    if (faults_.badCheck.Take(kind)) {
+        reply.bytes.back() = static_cast<char>(reply.bytes.back() ^ 0x55);
+        Note(reply, "bad check byte");
+    }
     Decorate(reply);
     return reply;
 }
 
-Reply Responder::Single(ReplyKind kind, char byte) {
-    Reply reply{kind, std::string(1, byte), {}};
+Reply Responder::Single(ReplyKind kind, char byte, std::string note) {
+    Reply reply{kind, std::string(1, byte), std::move(note)};
     Decorate(reply);
     return reply;
 }
@@ -84,6 +94,17 @@ void Responder::Decorate(Reply& reply) {
         enqAwaitingAck_ = true;
     }
     if (faults_.garbage.Take(reply.kind)) reply.bytes.insert(0, faults_.garbageBytes);
+    if (faults_.late.Take(reply.kind)) reply.lateBy = faults_.lateBy;
+    if (faults_.drop.Take(reply.kind)) {
+        reply.sendOnly = std::min(faults_.dropAfter, reply.bytes.size() - 1);
+        reply.hangUp = faults_.hangUpOnDrop;
+        Note(reply, "line dropped after " + std::to_string(reply.sendOnly) + " bytes" +
+                        (reply.hangUp ? ", hung up" : ""));
+    }
+}
+
+void Responder::Note(Reply& reply, const std::string& what) {
+    reply.note += reply.note.empty() ? what : "; " + what;
 }
 
 }  // namespace corvid::sim

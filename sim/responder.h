@@ -12,6 +12,7 @@
 // a reply that began with ENQ, the host's next ACK answers that ENQ and is swallowed.
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <optional>
 #include <string>
@@ -26,7 +27,12 @@ namespace corvid::sim {
 struct Reply {
     ReplyKind kind;
     std::string bytes;
-    std::string note;  // why a command was refused, for the transcript
+    std::string note;  // why a command was refused, or what fault hit it
+    // How the line carries it: the bytes that go out before the line drops, whether it
+    // then stays down, and how long the reply is held back.
+    std::size_t sendOnly = std::string::npos;
+    bool hangUp = false;
+    std::chrono::milliseconds lateBy{0};
 };
 
 class Responder {
@@ -42,8 +48,9 @@ class Responder {
     std::optional<Reply> AnswerBlock(const HostUnit& unit);
     std::optional<Reply> NextPendingBlock();
     Reply Framed(ReplyKind kind, const std::string& text, char end);
-    Reply Single(ReplyKind kind, char byte);
+    Reply Single(ReplyKind kind, char byte, std::string note = {});
     void Decorate(Reply& reply);
+    void Note(Reply& reply, const std::string& what);
 
     FiscalState state_;
     CommandTable commands_;

@@ -48,6 +48,12 @@ What WhatOf(ReplyKind kind) {
     return What::Nak;
 }
 
+// Adds n to a counted fault and points it at `kinds`; what it still has to skip stays.
+void Arm(CountedFault& fault, int n, unsigned kinds) {
+    fault.remaining += n;
+    fault.kinds = kinds;
+}
+
 }  // namespace
 
 Simulator::Simulator(SimulatorConfig config)
@@ -183,21 +189,23 @@ void Simulator::SendReply(const Reply& reply) {
         pause = responder_.faults().chunkPause;
         chunk = responder_.faults().chunkSize;
     }
+    delay += reply.lateBy;
     if (delay.count() > 0 && !Pause(delay)) return;
+    // The transcript shows what went out, a dropped reply's first bytes only.
+    const std::string_view bytes = std::string_view(reply.bytes).substr(0, reply.sendOnly);
     transcript_.Add({Direction::PrinterToHost,
                      WhatOf(reply.kind),
-                     reply.bytes,
+                     std::string(bytes),
                      {},
                      false,
                      Clock::now(),
                      reply.note});
-    if (chunk == 0) chunk = reply.bytes.size();
-    for (std::size_t at = 0; at < reply.bytes.size(); at += chunk) {
+    if (chunk == 0) chunk = bytes.size();
+    for (std::size_t at = 0; at < bytes.size(); at += chunk) {
         if (at > 0 && !Pause(pause)) return;
-        if (!WriteAll(reply.bytes.data() + at, std::min(chunk, reply.bytes.size() - at))) {
-            return;
-        }
+        if (!WriteAll(bytes.data() + at, std::min(chunk, bytes.size() - at))) return;
     }
+    if (reply.hangUp) hangUp_ = true;  // the serving loop ends and closes the terminal
 }
 
 bool Simulator::WriteAll(const char* data, std::size_t size) {
@@ -251,15 +259,41 @@ void Simulator::SilenceNextStatusRequests(int n) {
 }
 
 void Simulator::PrefixNextRepliesWithEnq(int n, unsigned kinds) {
-    ChangeFaults([=](FaultPlan& plan) { plan.enqPrefix = {plan.enqPrefix.remaining + n, kinds}; });
+    ChangeFaults([=](FaultPlan& plan) { Arm(plan.enqPrefix, n, kinds); });
 }
 
 void Simulator::EndNextRepliesWithEot(int n, unsigned kinds) {
-    ChangeFaults([=](FaultPlan& plan) { plan.eotEnd = {plan.eotEnd.remaining + n, kinds}; });
+    ChangeFaults([=](FaultPlan& plan) { Arm(plan.eotEnd, n, kinds); });
 }
 
 void Simulator::SendGarbageBeforeNextReplies(int n, unsigned kinds) {
-    ChangeFaults([=](FaultPlan& plan) { plan.garbage = {plan.garbage.remaining + n, kinds}; });
+    ChangeFaults([=](FaultPlan& plan) { Arm(plan.garbage, n, kinds); });
+}
+
+void Simulator::SpoilNextCheckBytes(int n, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) { Arm(plan.badCheck, n, kinds); });
+}
+
+void Simulator::OversizeNextReplies(int n, std::size_t size, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) {
+        Arm(plan.oversize, n, kinds);
+        plan.oversizeTo = size;
+    });
+}
+
+void Simulator::DropLineInNextReplies(int n, std::size_t afterBytes, unsigned kinds, bool hangUp) {
+    ChangeFaults([=](FaultPlan& plan) {
+        Arm(plan.drop, n, kinds);
+        plan.dropAfter = afterBytes;
+        plan.hangUpOnDrop = hangUp;
+    });
+}
+
+void Simulator::HoldBackNextReplies(int n, std::chrono::milliseconds by, unsigned kinds) {
+    ChangeFaults([=](FaultPlan& plan) {
+        Arm(plan.late, n, kinds);
+        plan.lateBy = by;
+    });
 }
 
 void Simulator::SetReplyDelay(std::chrono::milliseconds delay) {

@@ -50,6 +50,14 @@ class Simulator {
     void PrefixNextRepliesWithEnq(int n, unsigned kinds = kFramedReplies);
     void EndNextRepliesWithEot(int n, unsigned kinds = kFramedReplies);
     void SendGarbageBeforeNextReplies(int n, unsigned kinds = kFramedReplies);
+    void SpoilNextCheckBytes(int n, unsigned kinds = kFramedReplies);
+    // Pads the text of the next framed replies of `kinds` to `size` bytes.
+    void OversizeNextReplies(int n, std::size_t size, unsigned kinds = kDataReply);
+    // Sends only the first `afterBytes` of the next replies (at least one byte short);
+    // with `hangUp` the line then stays down for good.
+    void DropLineInNextReplies(int n, std::size_t afterBytes, unsigned kinds = kFramedReplies,
+                               bool hangUp = false);
+    void HoldBackNextReplies(int n, std::chrono::milliseconds by, unsigned kinds = kAnyReply);
     void SetReplyDelay(std::chrono::milliseconds delay);
     void SetChunking(std::size_t chunkSize,
                      std::chrono::milliseconds pause = std::chrono::milliseconds(3));
