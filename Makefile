@@ -30,6 +30,7 @@ windows: deps
 test-native: native
 	@echo "== native unit and end-to-end tests"
 	@cd $(NATIVE) && ctest --output-on-failure
+	@cat $(NATIVE)/tests/fault-matrix.txt
 
 test-asan: asan
 	@echo "== unit tests under AddressSanitizer + UndefinedBehaviorSanitizer"

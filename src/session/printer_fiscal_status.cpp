@@ -10,8 +10,6 @@
 namespace corvid::session {
 namespace {
 
-bool Failed(const Fields& fields) { return !fields.empty() && fields[0] == "pfError"; }
-
 // Reading past the reply's end fails as the host's array subscript does.
 const std::string& FieldAt(const Fields& fields, std::size_t index) {
     if (index >= fields.size()) {
@@ -19,6 +17,10 @@ const std::string& FieldAt(const Fields& fields, std::size_t index) {
     }
     return fields[index];
 }
+
+// A command refused with NAK at every attempt leaves an empty reply: its field 0 does not
+// exist, and asking for it raises error 9, as it always has for hosts.
+bool Failed(const Fields& fields) { return FieldAt(fields, 0) == "pfError"; }
 
 // The "S2", "S3" and "S4" records share one shape: a substitute in test mode or after a
 // failed exchange, the reply's fields otherwise.
@@ -130,7 +132,7 @@ std::vector<std::shared_ptr<records::ReporteZMF>> PrinterFiscal::reportesZMF(
     const std::vector<Fields> rows =
         GetMultipleResponses(records::FiscalMemoryRangeCommand(desde, hasta));
     std::vector<std::shared_ptr<records::ReporteZMF>> closures;
-    if (rows.empty() || Failed(rows[0])) return closures;
+    if (Failed(rows.at(0))) return closures;
     // The host's row counter is a 16-bit integer: it cannot step past row 32766.
     if (rows.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
         throw automation::VbError::Standard(automation::vb_errors::kOverflow);
