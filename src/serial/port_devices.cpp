@@ -3,6 +3,9 @@
 #include <map>
 
 #include "host/settings_store.h"
+#include "serial/network_address.h"
+#include "serial/network_device.h"
+#include "serial/socket.h"
 
 namespace corvid::serial {
 namespace {
@@ -27,6 +30,18 @@ std::string PortDevicePath(int port) {
     if (found != Overrides().end()) return found->second;
     return host::GetSettingString("ORV", "Config\\ModComm", "Device" + std::to_string(port),
                                   "/dev/ttyS" + std::to_string(port - 1));
+}
+
+std::unique_ptr<SerialDevice> OpenPortDevice(int port, const std::string& name,
+                                             SystemFailure& failure) {
+    const std::string device = PortDevicePath(port);
+    if (!IsNetworkDevice(device)) return OpenSerialDevice(port, name, failure);
+    auto address = ParseNetworkAddress(device);
+    if (!address) {
+        failure = NetworkFailure("CreateFile", NetworkProblem::kInvalidArgument);
+        return nullptr;
+    }
+    return OpenNetworkDevice(*address, failure);
 }
 
 }  // namespace corvid::serial

@@ -1,6 +1,7 @@
 // One open serial device, as the port table drives it. Each platform supplies its own
-// (Win32 communication functions on Windows, termios on POSIX); the table above it keeps
-// the error texts, the dump and the host yields, so both behave alike to a caller.
+// (Win32 communication functions on Windows, termios on POSIX), and a port on a serial
+// device server is one more (network_device.h); the table above them keeps the error
+// texts, the dump and the host yields, so all behave alike to a caller.
 #pragma once
 
 #include <chrono>

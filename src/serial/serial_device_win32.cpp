@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "serial/serial_device.h"
+#include "serial/system_message.h"
 
 namespace corvid::serial {
 namespace {
@@ -33,23 +34,9 @@ void SitOut(Clock::time_point deadline) {
     if (now < deadline) std::this_thread::sleep_for(deadline - now);
 }
 
-std::string SystemMessage(DWORD number) {
-    char* buffer = nullptr;
-    const DWORD length = FormatMessageA(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-        nullptr, number, 0, reinterpret_cast<LPSTR>(&buffer), 0, nullptr);
-    std::string text = length > 0 ? std::string(buffer, length) : std::string();
-    if (buffer != nullptr) LocalFree(buffer);
-    // The system's texts end with a line break that has no place in a one-line error.
-    while (!text.empty() && (text.back() == '\r' || text.back() == '\n' || text.back() == ' ')) {
-        text.pop_back();
-    }
-    if (text.empty()) text = "System error " + std::to_string(number);
-    return text;
-}
-
 SystemFailure Failure(std::string call, DWORD number = GetLastError()) {
-    return {static_cast<std::int32_t>(number), std::move(call), SystemMessage(number)};
+    return {static_cast<std::int32_t>(number), std::move(call),
+            SystemMessage(static_cast<std::int32_t>(number))};
 }
 
 // Finishes a ReadFile or WriteFile that reported failure: pending ones are waited for.

@@ -9,6 +9,7 @@
 
 #include "automation/vb_error.h"
 #include "host/message_pump.h"
+#include "serial/port_devices.h"
 #include "serial/port_dump.h"
 #include "serial/serial_device.h"
 
@@ -58,7 +59,7 @@ std::int32_t PortTable::CommOpen(int port, const std::string& name, const std::s
         result = Fail({-1, "CommOpen", "Port in use."});
     } else {
         SystemFailure failure;
-        record = OpenSerialDevice(port, name, failure);
+        record = OpenPortDevice(port, name, failure);
         // Once the device is open the record stays open even if configuring it fails, so
         // the caller's next close releases it.
         if (!record) {

@@ -1,0 +1,43 @@
+// The server's end of a TCP connection on 127.0.0.1, made by the test itself so the same
+// tests run natively and under Wine.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace corvid::serial {
+
+class LoopbackPeer {
+  public:
+    // Listens on a free port.
+    LoopbackPeer();
+    ~LoopbackPeer();
+    LoopbackPeer(const LoopbackPeer&) = delete;
+    LoopbackPeer& operator=(const LoopbackPeer&) = delete;
+
+    std::uint16_t port() const { return port_; }
+    std::string Url(const char* scheme = "tcp") const;
+    // Takes the next connection; false when none came within `timeout`.
+    bool Accept(std::chrono::milliseconds timeout);
+    void Send(const std::string& bytes);
+    // What arrived until `expected` bytes came, the connection closed or `timeout` passed.
+    std::string Receive(std::size_t expected, std::chrono::milliseconds timeout);
+    // Closes the accepted connection; the port goes on listening.
+    void Hangup();
+    // Closes the listening socket too: connections to the port are refused from now on.
+    void StopListening();
+
+  private:
+    struct Sockets;
+    std::unique_ptr<Sockets> sockets_;
+    std::uint16_t port_ = 0;
+};
+
+// What a connect to a port nobody listens on fails with here.
+std::int32_t ConnectionRefusedNumber();
+// CPU time this thread has used, in seconds.
+double ThreadCpuSeconds();
+
+}  // namespace corvid::serial

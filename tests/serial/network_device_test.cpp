@@ -1,0 +1,314 @@
+// The network device over a scripted far end: Telnet framing, the com-port messages, and
+// what a stuck or vanished server does to reads, writes and waits.
+#include "serial/network_device.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <initializer_list>
+#include <vector>
+
+#include "serial/fake_socket.h"
+#include "serial/telnet_codec.h"
+
+namespace corvid::serial {
+namespace {
+
+using Protocol = NetworkAddress::Protocol;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+std::string Bytes(std::initializer_list<int> values) {
+    std::string out;
+    for (int v : values) out += static_cast<char>(v);
+    return out;
+}
+
+constexpr int IAC = 255, WILL = 251, WONT = 252, DO = 253, DONT = 254, SB = 250, SE = 240;
+constexpr int kComPort = 44;
+
+std::string ComPortMessage(std::initializer_list<int> payload) {
+    std::string out = Bytes({IAC, SB, kComPort});
+    out += Bytes(payload);
+    return out + Bytes({IAC, SE});
+}
+
+TEST(TelnetDecoder, CommandsComeOutTheSameWhereverTheStreamIsCut) {
+    const std::string stream = "a" + Bytes({IAC, IAC}) + "b" + Bytes({IAC, WILL, 1}) + "c" +
+                               Bytes({IAC, SB, kComPort, 107, IAC, IAC, 1, IAC, SE}) + "d" +
+                               Bytes({IAC, 241}) + "e" + Bytes({IAC, DO, 3});
+    for (std::size_t i = 0; i <= stream.size(); ++i) {
+        for (std::size_t j = i; j <= stream.size(); ++j) {
+            telnet::Decoder decoder;
+            std::string data;
+            std::vector<telnet::Command> commands;
+            decoder.Feed(stream.substr(0, i), data, commands);
+            decoder.Feed(stream.substr(i, j - i), data, commands);
+            decoder.Feed(stream.substr(j), data, commands);
+            ASSERT_EQ(data,
+                      "a\xFF"
+                      "bcde")
+                << i << " " << j;
+            ASSERT_EQ(commands.size(), 3u) << i << " " << j;
+            EXPECT_EQ(commands[0].verb, WILL);
+            EXPECT_EQ(commands[0].option, 1);
+            EXPECT_EQ(commands[1].verb, SB);
+            EXPECT_EQ(commands[1].option, kComPort);
+            EXPECT_EQ(commands[1].payload, Bytes({107, 255, 1}));
+            EXPECT_EQ(commands[2].verb, DO);
+            EXPECT_EQ(commands[2].option, 3);
+        }
+    }
+}
+
+TEST(TelnetDecoder, AMessageWithoutItsEndGivesWayToTheNextCommand) {
+    telnet::Decoder decoder;
+    std::string data;
+    std::vector<telnet::Command> commands;
+    decoder.Feed(Bytes({IAC, SB, kComPort, 107, 0x30, IAC, WILL, 3}) + "x", data, commands);
+    ASSERT_EQ(commands.size(), 1u);
+    EXPECT_EQ(commands[0].verb, WILL);
+    EXPECT_EQ(data, "x");
+}
+
+class NetworkDeviceTest : public ::testing::Test {
+  protected:
+    std::unique_ptr<SerialDevice> Start(Protocol protocol) {
+        failure_ = {};
+        return StartNetworkDevice(std::make_unique<FakeSocket>(far_), protocol, failure_, timings_);
+    }
+    // A com-port device the server has agreed to, with the opening traffic forgotten.
+    std::unique_ptr<SerialDevice> StartComPort() {
+        far_->incoming.push_back(Bytes({IAC, DO, kComPort}));
+        auto device = Start(Protocol::kTelnetComPort);
+        far_->sent.clear();
+        return device;
+    }
+
+    std::shared_ptr<FakeFarEnd> far_ = std::make_shared<FakeFarEnd>();
+    NetworkTimings timings_{milliseconds(150), milliseconds(20), milliseconds(50)};
+    SystemFailure failure_;
+};
+
+TEST_F(NetworkDeviceTest, OpeningOffersTheComPortAndAnswersOnlyWhatChanges) {
+    far_->incoming.push_back(Bytes({IAC, WILL, 1, IAC, DO, 1, IAC, DO, 3, IAC, WILL, 0}));
+    far_->incoming.push_back(Bytes({IAC, DO, 24, IAC, DO, kComPort}));
+    auto device = Start(Protocol::kTelnetComPort);
+    ASSERT_NE(device, nullptr) << failure_.message;
+    const std::string greeting =
+        Bytes({IAC, WILL, kComPort, IAC, WILL, 0, IAC, WILL, 3, IAC, DO, 0, IAC, DO, 3});
+    // Echo is refused both ways, terminal type is refused, the rest was already asked for.
+    EXPECT_EQ(far_->sent, greeting + Bytes({IAC, DONT, 1, IAC, WONT, 1, IAC, WONT, 24}));
+
+    far_->sent.clear();
+    far_->incoming.push_back(Bytes({IAC, DONT, 3, IAC, DONT, 3, IAC, WONT, 0, IAC, DO, 3}));
+    std::uint32_t waiting = 0, flags = 0;
+    EXPECT_FALSE(device->QueryInput(waiting, flags));
+    while (!far_->incoming.empty()) device->QueryInput(waiting, flags);
+    EXPECT_EQ(far_->sent, Bytes({IAC, WONT, 3, IAC, DONT, 0, IAC, WILL, 3}));
+    EXPECT_EQ(waiting, 0u);
+}
+
+TEST_F(NetworkDeviceTest, AServerThatRefusesIsSilentOrHangsUpFailsTheOpen) {
+    far_->incoming.push_back(Bytes({IAC, DONT, kComPort}));
+    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
+    EXPECT_EQ(failure_.call, "CreateFile");
+    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kProtocolRefused).number);
+
+    const auto start = steady_clock::now();
+    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
+    EXPECT_GE(steady_clock::now() - start, timings_.open);
+    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kTimedOut).number);
+
+    far_->closed_by_peer = true;
+    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
+    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kConnectionLost).number);
+    EXPECT_EQ(failure_.call, "CreateFile");
+}
+
+TEST_F(NetworkDeviceTest, SettingsBecomeComPortMessages) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    ASSERT_FALSE(device->Prepare("baud=9600 parity=E data=8 stop=1"));
+    EXPECT_EQ(far_->sent, ComPortMessage({12, 3}) + ComPortMessage({1, 0, 0, 0x25, 0x80}) +
+                              ComPortMessage({2, 8}) + ComPortMessage({3, 3}) +
+                              ComPortMessage({4, 1}));
+
+    // A value byte of 0xFF travels doubled; flow control is one SET-CONTROL.
+    far_->sent.clear();
+    ASSERT_FALSE(device->ApplySettings("baud=511 parity=m stop=1.5 xon=on"));
+    EXPECT_EQ(far_->sent, ComPortMessage({1, 0, 0, 1, IAC, IAC}) + ComPortMessage({3, 4}) +
+                              ComPortMessage({4, 3}) + ComPortMessage({5, 2}));
+    far_->sent.clear();
+    ASSERT_FALSE(device->ApplySettings("xon=on octs=on"));
+    EXPECT_EQ(far_->sent, ComPortMessage({5, 3}));
+
+    far_->sent.clear();
+    auto failed = device->ApplySettings("baud=fast");
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->call, "BuildCommDCB");
+    EXPECT_EQ(far_->sent, "");
+}
+
+TEST_F(NetworkDeviceTest, LineFunctionsReachTheServerOnlyOverTheComPortProtocol) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    for (auto function :
+         {LineFunction::kSetDtr, LineFunction::kClearDtr, LineFunction::kSetRts,
+          LineFunction::kClearRts, LineFunction::kSetBreak, LineFunction::kClearBreak}) {
+        EXPECT_FALSE(device->Escape(function));
+    }
+    EXPECT_EQ(far_->sent, ComPortMessage({5, 8}) + ComPortMessage({5, 9}) +
+                              ComPortMessage({5, 11}) + ComPortMessage({5, 12}) +
+                              ComPortMessage({5, 5}) + ComPortMessage({5, 6}));
+    auto failed = device->Escape(LineFunction::kNone);
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->call, "EscapeCommFunction");
+
+    // A bare stream has no lines: they are set as a pseudo-terminal's are, by doing nothing.
+    auto raw = Start(Protocol::kRawTcp);
+    far_->sent.clear();
+    EXPECT_FALSE(raw->Escape(LineFunction::kSetDtr));
+    EXPECT_FALSE(raw->ApplySettings("baud=19200"));
+    EXPECT_TRUE(raw->ApplySettings("parity=Q"));
+    EXPECT_EQ(far_->sent, "");
+}
+
+TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    std::size_t written = 0;
+    ASSERT_FALSE(
+        device->Write("A\xFF"
+                      "B",
+                      written));
+    EXPECT_EQ(written, 3u);
+    EXPECT_EQ(far_->sent,
+              "A\xFF\xFF"
+              "B");
+    far_->incoming = {"x" + Bytes({IAC}), Bytes({IAC}) + "y" + Bytes({IAC, SB, kComPort}),
+                      Bytes({107, 0x30, IAC}), Bytes({SE}) + "z"};
+    std::string data;
+    while (!far_->incoming.empty()) {
+        std::string chunk;
+        ASSERT_FALSE(device->Read(16, chunk));
+        data += chunk;
+    }
+    EXPECT_EQ(data, "x\xFFyz");
+    std::uint32_t status = 0;
+    ASSERT_FALSE(device->ModemStatus(status));
+    EXPECT_EQ(status, kModemCts | kModemDsr);
+
+    auto raw = Start(Protocol::kRawTcp);
+    far_->sent.clear();
+    ASSERT_FALSE(
+        raw->Write("A\xFF"
+                   "B",
+                   written));
+    EXPECT_EQ(far_->sent,
+              "A\xFF"
+              "B");
+    far_->incoming = {Bytes({IAC, WILL, kComPort})};
+    ASSERT_FALSE(raw->Read(16, data));
+    EXPECT_EQ(data, Bytes({IAC, WILL, kComPort}));
+    // Nothing tells a bare stream's lines: while it is up, they are.
+    ASSERT_FALSE(raw->ModemStatus(status));
+    EXPECT_EQ(status, kModemCts | kModemDsr | kModemRlsd);
+}
+
+TEST_F(NetworkDeviceTest, LineErrorsTheServerReportsAreClearedByTheQuery) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    far_->incoming = {ComPortMessage({106, 0x63}) + "a" + ComPortMessage({106, 0x0C})};
+    std::uint32_t waiting = 0, flags = 0;
+    ASSERT_FALSE(device->QueryInput(waiting, flags));
+    EXPECT_EQ(waiting, 1u);
+    EXPECT_EQ(flags, 0x0Eu);  // overrun, parity and framing; the status bits are not errors
+    ASSERT_FALSE(device->QueryInput(waiting, flags));
+    EXPECT_EQ(flags, 0u);
+}
+
+TEST_F(NetworkDeviceTest, PurgeDropsWhatArrivedButKeepsWhatTheServerReported) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    far_->incoming = {"stale" + ComPortMessage({107, 0x80})};
+    ASSERT_FALSE(device->Purge());
+    std::uint32_t waiting = 9, flags = 0;
+    ASSERT_FALSE(device->QueryInput(waiting, flags));
+    EXPECT_EQ(waiting, 0u);
+    std::uint32_t status = 0;
+    ASSERT_FALSE(device->ModemStatus(status));
+    EXPECT_EQ(status, kModemRlsd);
+    EXPECT_EQ(far_->sent, ComPortMessage({12, 3}));
+}
+
+TEST_F(NetworkDeviceTest, ALostConnectionFailsReadsAndWritesAfterWhatCameBefore) {
+    auto device = Start(Protocol::kRawTcp);
+    ASSERT_NE(device, nullptr);
+    far_->incoming = {"tail"};
+    far_->closed_by_peer = true;
+    const std::int32_t lost = NetworkFailure("", NetworkProblem::kConnectionLost).number;
+
+    EXPECT_TRUE(device->WaitReadable(milliseconds(1000)));
+    std::uint32_t waiting = 0, flags = 0;
+    ASSERT_FALSE(device->QueryInput(waiting, flags));
+    EXPECT_EQ(waiting, 4u);
+    std::string data;
+    ASSERT_FALSE(device->Read(4, data));
+    EXPECT_EQ(data, "tail");
+
+    auto failed = device->QueryInput(waiting, flags);
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->call, "ReadFile");
+    EXPECT_EQ(failed->number, lost);
+    failed = device->Read(4, data);
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->call, "ReadFile");
+    std::size_t written = 9;
+    failed = device->Write("x", written);
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->call, "WriteFile");
+    EXPECT_EQ(written, 0u);
+
+    // The gone socket is not polled again: the wait sits out its time in one sleep.
+    const int polls = far_->read_waits;
+    const auto start = steady_clock::now();
+    EXPECT_FALSE(device->WaitReadable(milliseconds(100)));
+    EXPECT_GE(steady_clock::now() - start, milliseconds(100));
+    EXPECT_EQ(far_->read_waits, polls);
+    std::uint32_t status = 1;
+    ASSERT_FALSE(device->ModemStatus(status));
+    EXPECT_EQ(status, 0u);
+    EXPECT_FALSE(device->Close());
+}
+
+TEST_F(NetworkDeviceTest, AServerThatTakesNothingCostsAWriteItsTimeAndNoMore) {
+    auto device = StartComPort();
+    ASSERT_NE(device, nullptr);
+    far_->room = 0;
+    std::size_t written = 9;
+    const auto start = steady_clock::now();
+    EXPECT_FALSE(device->Write("abc", written));
+    const auto elapsed = steady_clock::now() - start;
+    EXPECT_EQ(written, 0u);
+    EXPECT_GE(elapsed, 3 * timings_.write_per_byte);
+    EXPECT_LT(elapsed, 3 * timings_.write_per_byte + milliseconds(200));
+
+    // Cut inside a doubled 0xFF: the byte counts as written and its second half goes first
+    // next time, so the server never sees a lone IAC.
+    far_->room = 2;
+    ASSERT_FALSE(
+        device->Write("a\xFF"
+                      "b",
+                      written));
+    EXPECT_EQ(written, 2u);
+    far_->room = 100;
+    ASSERT_FALSE(device->Write("c", written));
+    EXPECT_EQ(written, 1u);
+    EXPECT_EQ(far_->sent,
+              "a\xFF\xFF"
+              "c");
+}
+
+}  // namespace
+}  // namespace corvid::serial
