@@ -11,6 +11,7 @@
 #  (c) the printer holds every reply 10 ms: time from the printer writing a reply to the
 #      host's next byte, from the transcript's timestamps.
 set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 
 build_dir=$(cd "${1:?usage: $0 WINDOWS_BUILD_DIR CORVID_SIM}" && pwd)
 simulator=$(realpath "${2:?usage: $0 WINDOWS_BUILD_DIR CORVID_SIM}")
@@ -39,7 +40,7 @@ wineserver -p5 </dev/null >/dev/null 2>&1 || true
 rm -rf "$work"
 mkdir -p "$work"
 cp "$root/bench/wine_bench.vbs" "$work/"
-timeout 120 wine regsvr32 /s "$(winepath -w "$dll" 2>/dev/null)" >/dev/null 2>&1 ||
+timeout 120 "$wine" regsvr32 /s "$(winepath -w "$dll" 2>/dev/null)" >/dev/null 2>&1 ||
     { echo "bench-wine: regsvr32 failed" >&2; exit 1; }
 
 link="$WINEPREFIX/dosdevices/com$port"
@@ -70,7 +71,7 @@ start_simulator() {
 start_script() {
     (cd "$work" && rm -f ORV.ini &&
         CORVID_SIM_PORT=$port CORVID_BENCH_EXCHANGES=$1 CORVID_BENCH_RUN=$$ \
-            exec timeout 600 wine cscript //nologo wine_bench.vbs >"$work/script.out" 2>/dev/null) &
+            exec timeout 600 "$wine" cscript //nologo wine_bench.vbs >"$work/script.out" 2>/dev/null) &
     script_pid=$!
 }
 
@@ -126,7 +127,7 @@ reply_gaps() {
     ' "$1"
 }
 
-echo "CorvidAPI.dll under Wine $(wine --version 2>/dev/null | sed 's/^wine-//'), VBScript" \
+echo "CorvidAPI.dll under Wine $("$wine" --version 2>/dev/null | sed 's/^wine-//'), VBScript" \
     "through cscript, simulated printer on a pseudo-terminal as COM$port"
 
 # (a) Throughput.

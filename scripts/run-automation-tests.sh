@@ -13,6 +13,7 @@
 # device (a simulator's pseudo-terminal); scripts read the port number from the
 # CORVID_SIM_PORT environment variable.
 set -uo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 
 build_dir=$(cd "${1:?usage: $0 BUILD_DIR [CORVID_SIM]}" && pwd)
 # The simulated printer (a Linux program) that sim_*.vbs scripts talk to.
@@ -59,14 +60,14 @@ done
 dll_windows=$(winepath -w "$dll" 2>/dev/null)
 
 regsvr32() {
-    timeout "$script_timeout" wine regsvr32 /s "$@" "$dll_windows" >/dev/null 2>&1
+    timeout "$script_timeout" "$wine" regsvr32 /s "$@" "$dll_windows" >/dev/null 2>&1
 }
 
 # Runs one script and counts its lines; a script that ends without DONE failed.
 run_script() {
     local name=$1 output status
     output=$(cd "$work" && rm -f ORV.ini &&
-        timeout "$script_timeout" wine cscript //nologo "$name" 2>&1 | tr -d '\r')
+        timeout "$script_timeout" "$wine" cscript //nologo "$name" 2>&1 | tr -d '\r')
     status=$?
     while IFS= read -r line; do
         case "$line" in

@@ -3,13 +3,14 @@
 #   scripts/wine-env.sh BUILD_DIR command args...
 # The prefix is created on first use; Wine's own debug output is silenced.
 set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 build_dir=$(cd "$1" && pwd)
 shift
 export WINEPREFIX="$build_dir/wineprefix"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    wine wineboot --init >/dev/null 2>&1 || true
+    "$wine" wineboot --init >/dev/null 2>&1 || true
     wineserver -w
 fi
 status=0
