@@ -3,6 +3,7 @@
 #include "automation/conversions.h"
 #include "automation/vb_error.h"
 #include "preview/checked_arithmetic.h"
+#include "preview/report_sink.h"
 #include "preview/vb_strings.h"
 
 namespace corvid::preview {
@@ -85,11 +86,26 @@ void lfQuickView::LoadText() {
     loaded_ = true;
 }
 
-void lfQuickView::ShowModal() {
+void lfQuickView::Show(bool modal) {
     if (window_) {
-        window_->ShowModal(*this);
-    } else {
-        LoadText();
+        window_->Show(*this, modal);
+        return;
+    }
+    LoadText();
+    HandToReportSink(textBox_.text());
+}
+
+void lfQuickView::Hide() {
+    if (window_) window_->Hide();
+}
+
+void lfQuickView::RaiseReportClicked(const std::string& line, std::int32_t column) {
+    bool cancel = false;
+    if (reportClicked_) reportClicked_(line, column, cancel);
+    if (cancel || !notifyTarget_) return;
+    try {
+        notifyTarget_->ReportClicked(line, column);
+    } catch (...) {
     }
 }
 

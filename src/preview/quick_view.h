@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,10 +67,23 @@ class lfQuickView {
     // margin; a VERIFONE device gets each line as a carriage return and exactly 40 columns.
     void PrintListBox();
 
-    // Shows the report in its window and returns when it is closed; without a window this
-    // only loads the text.
-    void ShowModal();
+    // Shows the report in its window; modal returns when the window is closed or hidden.
+    // Without a window the text is loaded and handed to the report sink (report_sink.h).
+    void Show(bool modal);
+    void ShowModal() { Show(true); }
+    void Hide();
     void SetWindow(std::shared_ptr<QuickViewWindow> window) { window_ = std::move(window); }
+
+    // The ReportClicked event: the clicked line, the caret's column in it and a cancel flag
+    // the handler may set. The published object connects its event sinks here.
+    using ReportClickedHandler =
+        std::function<void(const std::string& line, std::int32_t column, bool& cancel)>;
+    void SetReportClickedHandler(ReportClickedHandler handler) {
+        reportClicked_ = std::move(handler);
+    }
+    // Raises ReportClicked; unless a handler cancels, tells the notify target too (whose
+    // errors are ignored: a failing host must not break the window).
+    void RaiseReportClicked(const std::string& line, std::int32_t column);
 
     // State the window works with.
     TextBox& textBox() { return textBox_; }
@@ -103,6 +117,7 @@ class lfQuickView {
     bool printing_ = false;
     bool printFontFixed_ = false;
     std::shared_ptr<ReportClickTarget> notifyTarget_;
+    ReportClickedHandler reportClicked_;
     std::int16_t leftMargin_ = 0;
     ViewSettings settings_;
     std::optional<CStringBuffer> buffer_;

@@ -1,6 +1,6 @@
-// The window that shows a report. The report model works without one (showing it then only
-// moves the text into its text box); a platform window attaches itself through this
-// interface, either per report or for every new report through the process-wide factory.
+// The window that shows a report. The report model works without one (showing it then hands
+// the text to the report sink, see report_sink.h); a platform window attaches itself through
+// this interface, either per report or for every new report through the process-wide factory.
 #pragma once
 
 #include <functional>
@@ -13,8 +13,11 @@ class lfQuickView;
 class QuickViewWindow {
   public:
     virtual ~QuickViewWindow() = default;
-    // Shows the report and returns when the person closes the window.
-    virtual void ShowModal(lfQuickView& view) = 0;
+    // Shows the report. Modal: returns when the person closes or hides the window (the
+    // window runs its own message loop); modeless: returns at once, the host's loop runs it.
+    virtual void Show(lfQuickView& view, bool modal) = 0;
+    // Hides the window; a modal Show then returns.
+    virtual void Hide() = 0;
 };
 
 // Makes the window for a new report; may return null (no window).

@@ -36,6 +36,8 @@ Exchange::Exchange(std::shared_ptr<SerialLine> line, host::TraceLog& trace,
     : line_(std::move(line)), trace_(trace), settings_(settings) {}
 
 void Exchange::Open(std::int16_t port) {
+    // Kept even when the open fails: hosts that retry rely on the next Abrir closing it
+    // first and on Execute using it, as they always have.
     port_ = port;
     if (line_->Open(port_, "COM" + std::to_string(port_), kPortSettings) != 0) {
         throw automation::VbError(40001, "PrinterFiscal.Abrir", line_->ErrorText());

@@ -135,11 +135,12 @@ TEST_F(QuickViewReportTest, NegativeLeftMarginIsRefusedWithTheWindowsOwnError) {
 
 class RecordingWindow : public QuickViewWindow {
   public:
-    void ShowModal(lfQuickView& view) override {
+    void Show(lfQuickView& view, bool) override {
         view.LoadText();
         shown_text = view.textBox().text();
     }
     std::string shown_text;
+    void Hide() override {}
 };
 
 TEST_F(QuickViewReportTest, ShowModalUsesTheWindowFromTheFactoryOrJustLoadsTheText) {

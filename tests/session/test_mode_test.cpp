@@ -11,11 +11,12 @@ namespace {
 // Stands in for the preview window: remembers what it was shown.
 class RecordingWindow : public preview::QuickViewWindow {
   public:
-    void ShowModal(preview::lfQuickView& view) override {
+    void Show(preview::lfQuickView& view, bool) override {
         view.LoadText();
         shown.push_back(view.textBox().text());
     }
     std::vector<std::string> shown;
+    void Hide() override {}
 };
 
 class TestModeSession : public SessionTest {
