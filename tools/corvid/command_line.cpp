@@ -94,6 +94,8 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     CLI::Option* portOption =
         app.add_option("--port", portText, "COMn, a port number, or a device such as /dev/ttyUSB0");
     app.add_flag("--trace", inv.trace, "show every line of the session trace");
+    app.add_flag("--test-mode", inv.testMode,
+                 "send nothing: show the commands a run would send, as a preview");
     app.add_flag("--json", inv.json, "status, report z, summary and memory as JSON, for scripts");
     app.add_option("--deadline", inv.deadlineSeconds,
                    "give up after this many seconds, however the printer behaves")

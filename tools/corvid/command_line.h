@@ -42,6 +42,8 @@ struct Invocation {
     std::optional<PortChoice> port;  // none: the built-in simulated printer
     bool trace = false;
     bool json = false;  // status, report z, summary and memory
+    // Nothing is sent: the commands become a preview shown when the session closes.
+    bool testMode = false;
     double deadlineSeconds = kDefaultDeadlineSeconds;
     Command command = Command::kStatus;
     // As typed (UTF-8): the command text of send and query, the file of sale and

@@ -15,9 +15,11 @@
 #include "corvid/demo.h"
 #include "corvid/document_files.h"
 #include "corvid/printer_target.h"
+#include "corvid/report_output.h"
 #include "corvid/session_document_printer.h"
 #include "corvid/status_commands.h"
 #include "corvid/step_runner.h"
+#include "corvid/test_mode_settings.h"
 #include "corvid/text_codec.h"
 #include "corvid/tool_prompts.h"
 #include "corvid/watchdog.h"
@@ -134,7 +136,13 @@ int RunOnPrinter(session::PrinterFiscal& printer, const PrinterTarget& target,
 int Run(const Invocation& inv, const Document& document, std::ostream& out, std::ostream& err) {
     const PrinterTarget target(inv.port);
     // JSON output is for scripts: standard output holds nothing else.
-    (inv.json ? err : out) << "Printer: " << target.description() << "\n";
+    (inv.json ? err : out) << "Printer: "
+                           << (inv.testMode ? "none, test mode (commands are shown, not sent)"
+                                            : target.description())
+                           << "\n";
+    const TestModeSettings testMode(inv.testMode);
+    // Before the session: it shows its test-mode preview, or its trace view, when closed.
+    const ReportOutput reports(out);
     session::PrinterFiscal printer;
     // After the session's creation, which sets the trace flags from the settings.
     const SessionOutput sessionOutput(out, inv.trace);
@@ -146,7 +154,9 @@ int Run(const Invocation& inv, const Document& document, std::ostream& out, std:
         return kExitFailed;
     }
     const int status = RunOnPrinter(printer, target, inv, document, out);
-    printer.Cerrar();
+    // A test session shows its preview at every Cerrar, and releasing it closes it once
+    // more: leave that one to the release, so the preview is shown once.
+    if (!inv.testMode) printer.Cerrar();
     return status;
 }
 
