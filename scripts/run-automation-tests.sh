@@ -9,6 +9,9 @@
 # end; Wine's cscript reports no script errors, so a script without DONE counts as failed.
 # The last line of output is "N passed, M failed"; exits non-zero on any failure.
 #
+# A 32-bit DLL (the i686 build) is registered and driven as 32-bit hosts do it: with the
+# regsvr32 and cscript of C:\windows\syswow64, so its keys land in the prefix's WOW64 view.
+#
 # Optional: CORVID_SIM_DEVICE=/dev/pts/N maps COM${CORVID_SIM_PORT:-7} of the prefix to that
 # device (a simulator's pseudo-terminal); scripts read the port number from the
 # CORVID_SIM_PORT environment variable.
@@ -59,15 +62,25 @@ for script in "$tests"/*.vbs; do
 done
 dll_windows=$(winepath -w "$dll" 2>/dev/null)
 
+# The folder of the host programs: the system's own for a 64-bit DLL, SysWOW64 for a
+# 32-bit one. The objdump output is read whole: under pipefail, grep -q leaving early
+# could fail the pipeline.
+hosts=
+objdump=$(command -v x86_64-w64-mingw32-objdump || command -v i686-w64-mingw32-objdump)
+if [ -n "$objdump" ] && [[ "$("$objdump" -f "$dll")" == *"file format pei-i386"* ]]; then
+    hosts="C:\\windows\\syswow64\\"
+    echo "32-bit CorvidAPI.dll: regsvr32 and cscript of $hosts"
+fi
+
 regsvr32() {
-    timeout "$script_timeout" "$wine" regsvr32 /s "$@" "$dll_windows" >/dev/null 2>&1
+    timeout "$script_timeout" "$wine" "${hosts}regsvr32.exe" /s "$@" "$dll_windows" >/dev/null 2>&1
 }
 
 # Runs one script and counts its lines; a script that ends without DONE failed.
 run_script() {
     local name=$1 output status
     output=$(cd "$work" && rm -f ORV.ini &&
-        timeout "$script_timeout" "$wine" cscript //nologo "$name" 2>&1 | tr -d '\r')
+        timeout "$script_timeout" "$wine" "${hosts}cscript.exe" //nologo "$name" 2>&1 | tr -d '\r')
     status=$?
     while IFS= read -r line; do
         case "$line" in

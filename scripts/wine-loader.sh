@@ -4,3 +4,6 @@
 wine=/usr/lib/wine/wine64
 [ -x "$wine" ] || wine=wine
 export WINELOADER=$wine
+# Debian's winepath runs the default loader too: in a prefix made without 32-bit Wine that
+# loader cannot start. Windows paths come from the 64-bit one as well.
+winepath() { "$wine" winepath.exe "$@"; }

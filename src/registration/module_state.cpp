@@ -3,6 +3,7 @@
 #include <oleauto.h>
 
 #include <atomic>
+#include <mutex>
 
 namespace corvid::registration {
 namespace {
@@ -10,7 +11,9 @@ namespace {
 HINSTANCE module_instance = nullptr;
 std::atomic<long> live_objects{0};
 std::atomic<long> server_locks{0};
-// Loaded on first use; objects keep their own references to its type infos.
+// Loaded on first use; objects keep their own references to its type infos. Objects of
+// different apartments may be made at once, and COM asks DllCanUnloadNow from any thread.
+std::mutex type_library_mutex;
 ITypeLib* type_library = nullptr;
 
 }  // namespace
@@ -33,10 +36,20 @@ std::wstring ModulePath() {
 
 void ObjectCreated() { ++live_objects; }
 void ObjectDestroyed() { --live_objects; }
-void LockModule(bool lock) { lock ? ++server_locks : --server_locks; }
+void LockModule(bool lock) {
+    if (lock) {
+        ++server_locks;
+        return;
+    }
+    // An unlock without a lock is the host's mistake: it must not cancel the next lock.
+    long locks = server_locks.load();
+    while (locks > 0 && !server_locks.compare_exchange_weak(locks, locks - 1)) {
+    }
+}
 bool ModuleInUse() { return live_objects > 0 || server_locks > 0; }
 
 HRESULT InterfaceTypeInfo(REFIID iid, ITypeInfo** info) {
+    const std::lock_guard<std::mutex> guard(type_library_mutex);
     if (type_library == nullptr) {
         const HRESULT hr = LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, &type_library);
         if (FAILED(hr)) return hr;
@@ -45,6 +58,7 @@ HRESULT InterfaceTypeInfo(REFIID iid, ITypeInfo** info) {
 }
 
 void ReleaseTypeLibrary() {
+    const std::lock_guard<std::mutex> guard(type_library_mutex);
     if (type_library != nullptr) {
         type_library->Release();
         type_library = nullptr;

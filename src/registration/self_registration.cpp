@@ -63,6 +63,20 @@ HRESULT DeleteTree(const std::wstring& key) {
     return HRESULT_FROM_WIN32(status);
 }
 
+// Whether the other registry view (the 32-bit one from a 64-bit DLL, and the other way
+// round) still has `key`: the other build of the DLL is registered there. Where there is
+// only one view, that is this one.
+bool InOtherView(const std::wstring& key) {
+    const REGSAM other = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY handle = nullptr;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | other, &handle) !=
+        ERROR_SUCCESS) {
+        return false;
+    }
+    RegCloseKey(handle);
+    return true;
+}
+
 }  // namespace
 
 HRESULT RegisterServer() {
@@ -84,11 +98,18 @@ HRESULT RegisterServer() {
 HRESULT UnregisterServer() {
     HRESULT result = S_OK;
     for (const auto& entry : PublishedClasses()) {
-        if (FAILED(DeleteTree(L"CLSID\\" + GuidText(*entry.clsid)))) result = SELFREG_E_CLASS;
-        if (FAILED(DeleteTree(Wide(entry.prog_id)))) result = SELFREG_E_CLASS;
+        const std::wstring clsid_key = L"CLSID\\" + GuidText(*entry.clsid);
+        if (FAILED(DeleteTree(clsid_key))) result = SELFREG_E_CLASS;
+        // Both views share the ProgID: it stays while the other build still serves the class.
+        if (!InOtherView(clsid_key) && FAILED(DeleteTree(Wide(entry.prog_id)))) {
+            result = SELFREG_E_CLASS;
+        }
     }
+    // Only the registration of this DLL's own pointer size: the 32-bit and 64-bit builds
+    // share the type library's key, each with its own platform below it.
+    constexpr SYSKIND kPlatform = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
     const HRESULT hr =
-        UnRegisterTypeLib(LIBID_PrinterFiscalCorvid, 1, 0, LOCALE_NEUTRAL, SYS_WIN64);
+        UnRegisterTypeLib(LIBID_PrinterFiscalCorvid, 1, 0, LOCALE_NEUTRAL, kPlatform);
     if (FAILED(hr) && hr != TYPE_E_REGISTRYACCESS && hr != TYPE_E_CANTLOADLIBRARY) {
         result = SELFREG_E_TYPELIB;
     }

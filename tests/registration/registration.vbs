@@ -44,8 +44,12 @@ For i = 0 To UBound(records) Step 2
 Next
 Check "the type library is registered by name", _
     ReadKey("HKCR\TypeLib\" & kLibid & "\1.0\"), "PrinterFiscalCorvid: fiscal printer driver"
-CheckTrue "the type library points at CorvidAPI.dll", _
-    EndsWithDll(ReadKey("HKCR\TypeLib\" & kLibid & "\1.0\0\win64\"))
+' A 32-bit host (cscript of SysWOW64) loads the 32-bit build, registered for win32.
+Dim platform
+platform = "win64"
+If shell.Environment("PROCESS")("PROCESSOR_ARCHITECTURE") = "x86" Then platform = "win32"
+CheckTrue "the type library points at CorvidAPI.dll for " & platform, _
+    EndsWithDll(ReadKey("HKCR\TypeLib\" & kLibid & "\1.0\0\" & platform & "\"))
 
 Dim printer, other, buffer
 Set printer = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
