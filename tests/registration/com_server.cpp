@@ -9,6 +9,7 @@ namespace corvid::registration {
 namespace {
 
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+using CanUnload = HRESULT(STDAPICALLTYPE*)();
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
@@ -43,6 +44,13 @@ IDispatch* ComServer::Create(const std::string& clsid) {
     factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&object));
     factory->Release();
     return object;
+}
+
+HRESULT ComServer::CanUnloadNow() {
+    if (Server() == nullptr) return E_FAIL;
+    const auto can_unload = reinterpret_cast<CanUnload>(
+        reinterpret_cast<void*>(GetProcAddress(Server(), "DllCanUnloadNow")));
+    return can_unload == nullptr ? E_FAIL : can_unload();
 }
 
 DISPID DispidOf(IDispatch* object, const std::string& name) {

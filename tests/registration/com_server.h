@@ -21,6 +21,8 @@ class ComServer {
     // A new object of the class `clsid` ("8409FF7E-..."), as IDispatch; null when the
     // server does not make it.
     IDispatch* Create(const std::string& clsid);
+    // What the server's DllCanUnloadNow answers: S_OK once nothing of it is in use.
+    HRESULT CanUnloadNow();
 };
 
 // The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
