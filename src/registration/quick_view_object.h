@@ -3,6 +3,8 @@
 // connection point (VB's WithEvents, WScript.ConnectObject).
 #pragma once
 
+#include <windows.h>
+// (first: the OLE headers below use its types)
 #include <ocidl.h>
 
 #include "preview/quick_view.h"
