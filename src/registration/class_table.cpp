@@ -7,6 +7,7 @@
 #include "registration/printer_response2_object.h"
 #include "registration/printer_response3_object.h"
 #include "registration/printer_response4_object.h"
+#include "registration/quick_view_object.h"
 #include "registration/reporte_zmf_object.h"
 #include "registration/resumen_z_object.h"
 #include "registration/string_buffer_object.h"
@@ -36,6 +37,7 @@ const PublishedClass kClasses[] = {
      Create<PrinterResponse4Object>},
     {&CLSID_ResumenZ, "PrinterFiscalCorvid.ResumenZ", "ResumenZ", Create<ResumenZObject>},
     {&CLSID_ReporteZMF, "PrinterFiscalCorvid.ReporteZMF", "ReporteZMF", Create<ReporteZMFObject>},
+    {&CLSID_lfQuickView, "PrinterFiscalCorvid.lfQuickView", "lfQuickView", Create<QuickViewObject>},
 };
 
 }  // namespace

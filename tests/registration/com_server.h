@@ -23,7 +23,7 @@ class ComServer {
     IDispatch* Create(const std::string& clsid);
     // The class factory of `clsid` from DllGetClassObject; null when there is none.
     IClassFactory* Factory(const std::string& clsid);
-    // What the server's DllCanUnloadNow answers now.
+    // What the server's DllCanUnloadNow answers: S_OK once nothing of it is in use.
     HRESULT CanUnloadNow();
 };
 

@@ -30,7 +30,8 @@ records = Array("PrinterResponse1", "{FB227847-75EF-4505-B215-22BA97C10BB5}", _
     "PrinterResponse3", "{6D93AB38-5EA9-4557-A2EB-3D41E9756220}", _
     "PrinterResponse4", "{F94F5C88-B28A-4482-A664-E2763B20507A}", _
     "ResumenZ", "{77EEFE1C-CBDD-45C0-A930-F12420291E68}", _
-    "ReporteZMF", "{109B91AE-087A-4B19-9579-7B1CDA238E67}")
+    "ReporteZMF", "{109B91AE-087A-4B19-9579-7B1CDA238E67}", _
+    "lfQuickView", "{B9F4FDFD-3E73-4EC8-BB86-5F05E5E51C18}")
 For i = 0 To UBound(records) Step 2
     CheckNotCreatable "PrinterFiscalCorvid." & records(i)
     CheckKeyGone "HKCR\PrinterFiscalCorvid." & records(i) & "\"

@@ -1,0 +1,357 @@
+// lfQuickView's ReportClicked as hosts receive it: through sinks advised on its connection
+// point (VB's WithEvents, a script host's ConnectObject) and through the SetNotify target,
+// called late-bound. Clicks are made through the object's private click interface, as the
+// window makes them.
+#include <windows.h>
+// (first: the OLE headers below use its types)
+#include <activscp.h>
+#include <gtest/gtest.h>
+#include <ocidl.h>
+#include <oleauto.h>
+#include <olectl.h>
+
+#include <string>
+#include <vector>
+
+#include "registration/com_server.h"
+#include "registration/report_clicks.h"
+
+namespace corvid::registration {
+namespace {
+
+constexpr char kLfQuickView[] = "B9F4FDFD-3E73-4EC8-BB86-5F05E5E51C18";
+// The event interface __lfQuickView.
+constexpr IID kEvents = {
+    0x17e1d203, 0x0031, 0x48df, {0x82, 0xc6, 0x7c, 0x4d, 0x75, 0x76, 0x97, 0x33}};
+constexpr CLSID kVBScript = {
+    0xb54f3741, 0x5b07, 0x11cf, {0xa4, 0xb0, 0x00, 0xaa, 0x00, 0x4a, 0x55, 0xe8}};
+constexpr IID kActiveScriptParse64 = {
+    0xc7ef7658, 0xe1ee, 0x480e, {0x97, 0xea, 0xd5, 0x2c, 0xb4, 0xd7, 0x6d, 0x17}};
+
+// A host's object: counts its references, answers IDispatch (and `also`), and records
+// every call it gets.
+class HostObject : public IDispatch {
+  public:
+    struct Call {
+        DISPID member;
+        std::wstring line;
+        LONG column;
+        VARTYPE cancel_form;  // VT_EMPTY when no third argument came
+    };
+
+    explicit HostObject(const IID& also = IID_IDispatch) : also_(also) {}
+    virtual ~HostObject() = default;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        *object = nullptr;
+        if (iid != IID_IUnknown && iid != IID_IDispatch && iid != also_) return E_NOINTERFACE;
+        *object = static_cast<IDispatch*>(this);
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override { return --references_; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+        *ids = std::wstring(names[0]) == L"ReportClicked" ? 7 : DISPID_UNKNOWN;
+        return *ids == 7 ? S_OK : DISP_E_UNKNOWNNAME;
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
+                        EXCEPINFO* excepinfo, UINT*) override {
+        const VARIANT* last = &params->rgvarg[params->cArgs - 1];
+        const bool with_cancel = params->cArgs == 3;
+        calls.push_back({member, last[0].vt == VT_BSTR ? last[0].bstrVal : L"<not a String>",
+                         last[-1].vt == VT_I4 ? last[-1].lVal : -1,
+                         with_cancel ? params->rgvarg[0].vt : VARTYPE{VT_EMPTY}});
+        if (with_cancel && set_cancel) {
+            VARIANT* cancel = params->rgvarg[0].pvarVal;
+            cancel->vt = VT_BOOL;
+            cancel->boolVal = VARIANT_TRUE;
+        }
+        if (!fail) return S_OK;
+        excepinfo->scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 91);
+        excepinfo->bstrDescription = SysAllocString(L"the host's own error");
+        return DISP_E_EXCEPTION;
+    }
+
+    ULONG references() const { return references_; }
+
+    std::vector<Call> calls;
+    bool set_cancel = false;
+    bool fail = false;
+
+  private:
+    IID also_;
+    ULONG references_ = 1;
+};
+
+// A script sink as a script host makes one: each event goes to the script's procedure
+// qv_<event>, with the arguments as they came.
+class ScriptSink : public HostObject {
+  public:
+    explicit ScriptSink(IDispatch* script) : script_(script) {}
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result,
+                        EXCEPINFO* excepinfo, UINT* arg_error) override {
+        wchar_t name[] = L"qv_ReportClicked";
+        LPOLESTR names[] = {name};
+        DISPID procedure = DISPID_UNKNOWN;
+        const HRESULT hr = script_->GetIDsOfNames(IID_NULL, names, 1, 0, &procedure);
+        if (FAILED(hr)) return hr;
+        return script_->Invoke(procedure, IID_NULL, 0, DISPATCH_METHOD, params, result, excepinfo,
+                               arg_error);
+    }
+
+  private:
+    IDispatch* script_;
+};
+
+// Just enough of a script host to run the VBScript engine.
+class ScriptSite : public IActiveScriptSite {
+  public:
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        *object = nullptr;
+        if (iid != IID_IUnknown && iid != IID_IActiveScriptSite) return E_NOINTERFACE;
+        *object = this;
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetLCID(LCID*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetItemInfo(LPCOLESTR, DWORD, IUnknown**, ITypeInfo**) override {
+        return TYPE_E_ELEMENTNOTFOUND;
+    }
+    STDMETHODIMP GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override { return S_OK; }
+    STDMETHODIMP OnStateChange(SCRIPTSTATE) override { return S_OK; }
+    STDMETHODIMP OnScriptError(IActiveScriptError*) override {
+        ++errors;
+        return S_OK;
+    }
+    STDMETHODIMP OnEnterScript() override { return S_OK; }
+    STDMETHODIMP OnLeaveScript() override { return S_OK; }
+
+    int errors = 0;
+};
+
+VARIANT Object(IDispatch* object) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_DISPATCH;
+    v.pdispVal = object;
+    return v;
+}
+
+class QuickViewObjectTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        view_ = server_.Create(kLfQuickView);
+        ASSERT_NE(view_, nullptr);
+        ASSERT_EQ(view_->QueryInterface(IID_IConnectionPointContainer,
+                                        reinterpret_cast<void**>(&container_)),
+                  S_OK);
+        ASSERT_EQ(container_->FindConnectionPoint(kEvents, &point_), S_OK);
+    }
+    void TearDown() override { ReleaseView(); }
+
+    void ReleaseView() {
+        for (IUnknown* held : std::initializer_list<IUnknown*>{point_, container_, view_}) {
+            if (held != nullptr) held->Release();
+        }
+        point_ = nullptr;
+        container_ = nullptr;
+        view_ = nullptr;
+    }
+
+    DWORD Advise(IUnknown* sink) {
+        DWORD cookie = 0;
+        EXPECT_EQ(point_->Advise(sink, &cookie), S_OK);
+        return cookie;
+    }
+
+    void SetNotify(IDispatch* target) {
+        ASSERT_EQ(CallByName(view_, "SetNotify", DISPATCH_METHOD, {Object(target)}, nullptr), S_OK);
+    }
+
+    HRESULT Click(const wchar_t* line, LONG column) {
+        IReportClicks* clicks = nullptr;
+        EXPECT_EQ(view_->QueryInterface(IReportClicks::kIid, reinterpret_cast<void**>(&clicks)),
+                  S_OK);
+        if (clicks == nullptr) return E_NOINTERFACE;
+        BSTR text = SysAllocString(line);
+        const HRESULT hr = clicks->ClickReport(text, column);
+        SysFreeString(text);
+        clicks->Release();
+        return hr;
+    }
+
+    ComServer server_;
+    // The host's objects outlive the view, which may hold them until TearDown.
+    HostObject sink_{kEvents};
+    HostObject second_{kEvents};
+    HostObject target_;
+    IDispatch* view_ = nullptr;
+    IConnectionPointContainer* container_ = nullptr;
+    IConnectionPoint* point_ = nullptr;
+};
+
+TEST_F(QuickViewObjectTest, SinksGetLineColumnAndCancelThenTheTargetGetsLineAndColumn) {
+    Advise(&sink_);
+    SetNotify(&target_);
+    ASSERT_EQ(Click(L"Total a pagar \u00e1 ", 5), S_OK);
+
+    ASSERT_EQ(sink_.calls.size(), 1u);
+    EXPECT_EQ(sink_.calls[0].member, 1);
+    EXPECT_EQ(sink_.calls[0].line, L"Total a pagar \u00e1 ");
+    EXPECT_EQ(sink_.calls[0].column, 5);
+    EXPECT_EQ(sink_.calls[0].cancel_form, VT_BYREF | VT_VARIANT);
+    ASSERT_EQ(target_.calls.size(), 1u);
+    EXPECT_EQ(target_.calls[0].member, 7);  // found by name
+    EXPECT_EQ(target_.calls[0].line, L"Total a pagar \u00e1 ");
+    EXPECT_EQ(target_.calls[0].column, 5);
+    EXPECT_EQ(target_.calls[0].cancel_form, VT_EMPTY);
+}
+
+TEST_F(QuickViewObjectTest, OneSinkCancellingStopsTheTargetButNotTheOtherSinks) {
+    sink_.set_cancel = true;
+    second_.fail = true;
+    Advise(&sink_);
+    Advise(&second_);
+    SetNotify(&target_);
+    EXPECT_EQ(Click(L"line", 1), S_OK);
+    EXPECT_EQ(second_.calls.size(), 1u);
+    EXPECT_TRUE(target_.calls.empty());
+}
+
+TEST_F(QuickViewObjectTest, TheTargetsErrorsAreIgnoredAndItIsHeldUntilReplaced) {
+    HostObject& target = target_;
+    target.fail = true;
+    SetNotify(&target);
+    EXPECT_EQ(target.references(), 2u);
+    EXPECT_EQ(Click(L"line", 2), S_OK);
+    EXPECT_EQ(Click(L"line", 3), S_OK);
+    EXPECT_EQ(target.calls.size(), 2u);
+    SetNotify(nullptr);
+    EXPECT_EQ(target.references(), 1u);
+    EXPECT_EQ(Click(L"line", 4), S_OK);
+    EXPECT_EQ(target.calls.size(), 2u);
+}
+
+TEST_F(QuickViewObjectTest, UnadvisedSinksAreReleasedAndHearNothingMore) {
+    HostObject& first = sink_;
+    HostObject second;  // a plain IDispatch sink is accepted too
+    const DWORD cookie = Advise(&first);
+    Advise(&second);
+    EXPECT_EQ(first.references(), 2u);
+
+    IEnumConnections* connections = nullptr;
+    ASSERT_EQ(point_->EnumConnections(&connections), S_OK);
+    CONNECTDATA listed[3] = {};
+    ULONG fetched = 0;
+    EXPECT_EQ(connections->Next(3, listed, &fetched), S_FALSE);
+    ASSERT_EQ(fetched, 2u);
+    EXPECT_EQ(listed[0].dwCookie, cookie);
+    for (ULONG i = 0; i < fetched; ++i) listed[i].pUnk->Release();
+    connections->Release();
+
+    EXPECT_EQ(point_->Unadvise(cookie), S_OK);
+    EXPECT_EQ(point_->Unadvise(cookie), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(first.references(), 1u);
+    Click(L"line", 1);
+    EXPECT_TRUE(first.calls.empty());
+    EXPECT_EQ(second.calls.size(), 1u);
+
+    IConnectionPoint* other = nullptr;
+    EXPECT_EQ(container_->FindConnectionPoint(IID_IDispatch, &other), CONNECT_E_NOCONNECTION);
+    ReleaseView();  // before `second` goes
+}
+
+// What WScript.ConnectObject and VB's WithEvents read to find the events.
+TEST_F(QuickViewObjectTest, ClassInfoNamesTheEventInterfaceAsTheDefaultSource) {
+    IProvideClassInfo2* provider = nullptr;
+    ASSERT_EQ(view_->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(&provider)),
+              S_OK);
+    GUID events{};
+    EXPECT_EQ(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
+    EXPECT_TRUE(IsEqualIID(events, kEvents));
+    ITypeInfo* coclass = nullptr;
+    ASSERT_EQ(provider->GetClassInfo(&coclass), S_OK);
+    provider->Release();
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(coclass->GetTypeAttr(&attributes), S_OK);
+    bool found = false;
+    for (UINT i = 0; i < attributes->cImplTypes; ++i) {
+        INT flags = 0;
+        HREFTYPE reference = 0;
+        ITypeInfo* implemented = nullptr;
+        coclass->GetImplTypeFlags(i, &flags);
+        coclass->GetRefTypeOfImplType(i, &reference);
+        if (flags != (IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE) ||
+            FAILED(coclass->GetRefTypeInfo(reference, &implemented))) {
+            continue;
+        }
+        TYPEATTR* source = nullptr;
+        implemented->GetTypeAttr(&source);
+        found = IsEqualIID(source->guid, kEvents) && source->typekind == TKIND_DISPATCH;
+        implemented->ReleaseTypeAttr(source);
+        implemented->Release();
+    }
+    coclass->ReleaseTypeAttr(attributes);
+    coclass->Release();
+    EXPECT_TRUE(found);
+}
+
+TEST_F(QuickViewObjectTest, AVBScriptHandlerSetsCancelThroughTheReference) {
+    IActiveScript* engine = nullptr;
+    ASSERT_EQ(CoCreateInstance(kVBScript, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
+                               reinterpret_cast<void**>(&engine)),
+              S_OK);
+    IActiveScriptParse64* parse = nullptr;
+    ASSERT_EQ(engine->QueryInterface(kActiveScriptParse64, reinterpret_cast<void**>(&parse)), S_OK);
+    ScriptSite site;
+    ASSERT_EQ(engine->SetScriptSite(&site), S_OK);
+    ASSERT_EQ(parse->InitNew(), S_OK);
+    ASSERT_EQ(parse->ParseScriptText(L"Dim got\n"
+                                     L"Sub qv_ReportClicked(line, column, cancel)\n"
+                                     L"    got = line & \"|\" & column\n"
+                                     L"    cancel = True\n"
+                                     L"End Sub\n",
+                                     nullptr, nullptr, nullptr, 0, 0, 0, nullptr, nullptr),
+              S_OK);
+    ASSERT_EQ(engine->SetScriptState(SCRIPTSTATE_CONNECTED), S_OK);
+    IDispatch* script = nullptr;
+    ASSERT_EQ(engine->GetScriptDispatch(nullptr, &script), S_OK);
+
+    ScriptSink sink(script);
+    Advise(&sink);
+    SetNotify(&target_);
+    EXPECT_EQ(Click(L" 3 Caf\u00e9 ", 5), S_OK);
+    EXPECT_TRUE(target_.calls.empty()) << "the script's cancel = True did not come back";
+    VARIANT got;
+    VariantInit(&got);
+    EXPECT_EQ(CallByName(script, "got", DISPATCH_PROPERTYGET, {}, &got), S_OK);
+    EXPECT_EQ(got.vt == VT_BSTR ? std::wstring(got.bstrVal) : L"", L" 3 Caf\u00e9 |5");
+    EXPECT_EQ(site.errors, 0);
+
+    VariantClear(&got);
+    ReleaseView();  // lets go of the sink before the engine goes
+    script->Release();
+    engine->Close();
+    parse->Release();
+    engine->Release();
+}
+
+TEST_F(QuickViewObjectTest, ReleasingTheObjectLetsGoOfItsSinksAndTargetAndTheServer) {
+    Advise(&sink_);
+    SetNotify(&target_);
+    ReleaseView();
+    EXPECT_EQ(sink_.references(), 1u);
+    EXPECT_EQ(target_.references(), 1u);
+    EXPECT_EQ(server_.CanUnloadNow(), S_OK);
+}
+
+}  // namespace
+}  // namespace corvid::registration
