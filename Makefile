@@ -4,10 +4,11 @@ NATIVE := build/linux
 ASAN := build/asan
 WINDOWS := build/windows
 WINDOWS32 := build/windows32
+FUZZ := build/fuzz
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-windows32 demo bench soak format clean
+	test-automation test-windows32 test-fuzz demo bench fuzz soak format clean
 
 all: native windows windows32
 
@@ -58,7 +59,15 @@ test-windows32: windows32 windows native
 	@echo "== 32-bit CorvidAPI.dll"
 	@scripts/check-dll32.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim $(WINDOWS)
 
-test: test-native test-asan test-windows test-automation test-windows32
+# Every fuzz program for a few seconds from its corpus (make fuzz: 10^7 inputs each).
+test-fuzz: deps
+	@echo "== fuzz programs, a few seconds each"
+	@FUZZ_SMOKE_SECONDS=$${FUZZ_SMOKE_SECONDS:-5} scripts/fuzz.sh smoke $(FUZZ)
+
+test: test-native test-asan test-windows test-automation test-windows32 test-fuzz
+
+fuzz: deps
+	@FUZZ_MAX_SECONDS=$${FUZZ_MAX_SECONDS:-0} scripts/fuzz.sh full $(FUZZ)
 
 # 10 000 create/use/release cycles of every class, memory and descriptors before and after.
 soak: windows windows32 native

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "automation/clock.h"
+#include "automation/vb_error.h"
 
 namespace corvid::automation {
 namespace {
@@ -64,6 +65,9 @@ Date CombineDateTime(Date date, Date time_of_day) {
 }
 
 DateParts SplitDate(Date value) {
+    // Beyond about 2^31 years either way (or not a number) there is no day to split:
+    // overflow, as a date out of range is in VB.
+    if (!(std::fabs(value.days) < 7.8e11)) throw VbError::Standard(vb_errors::kOverflow);
     double day = std::trunc(value.days);
     long long seconds = std::llround(std::fabs(value.days - day) * 86400.0);
     if (seconds >= 86400) {

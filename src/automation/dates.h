@@ -24,7 +24,8 @@ Date DateSerial(int year, int month, int day);
 Date TimeSerial(int hour, int minute, int second);
 // A date and a time of day joined, right for dates before 1899-12-30 too.
 Date CombineDateTime(Date date, Date time_of_day);
-// Date and time fields, rounded to the nearest second.
+// Date and time fields, rounded to the nearest second. Overflow (error 6) for a value too
+// far out (about 2^31 years) or not a number.
 DateParts SplitDate(Date value);
 // The date part only (midnight of the same day).
 Date DateOnly(Date value);

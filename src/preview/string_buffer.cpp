@@ -92,7 +92,8 @@ void BasicStringBuffer<CharT>::Append(const String& s) {
 template <typename CharT>
 void BasicStringBuffer<CharT>::AppendV(
     const automation::Variant& v) requires std::same_as<CharT, char> {
-    Append(automation::CStr(v));
+    // clang 14 instantiates constrained members in the explicit instantiation below too.
+    if constexpr (std::same_as<CharT, char>) Append(automation::CStr(v));
 }
 
 template <typename CharT>

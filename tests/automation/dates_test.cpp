@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
+#include "support/vb_error_testing.h"
+
 namespace corvid::automation {
 namespace {
 
@@ -70,6 +75,17 @@ TEST(DatesTest, SplitRoundsToTheNearestSecond) {
     ExpectParts(Date{day + 0.4999 / 86400}, 2024, 12, 31, 0, 0, 0);
     ExpectParts(Date{day + 86399.6 / 86400}, 2025, 1, 1, 0, 0, 0);
     ExpectParts(Date{-1.9999999999}, 1899, 12, 30, 0, 0, 0);
+}
+
+TEST(DatesTest, AValueWithNoDayToSplitOverflows) {
+    using test_support::ErrorNumberOf;
+    for (const double days : {1e300, -1e12, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity()}) {
+        EXPECT_EQ(ErrorNumberOf([&] { SplitDate(Date{days}); }), 6) << days;
+    }
+    // The far end of what still splits: year 9999 and the year 100 are ordinary.
+    ExpectParts(DateSerial(9999, 12, 31), 9999, 12, 31, 0, 0, 0);
+    ExpectParts(DateSerial(100, 1, 1), 100, 1, 1, 0, 0, 0);
 }
 
 TEST(DatesTest, CombineCarriesWholeDaysOfTime) {
