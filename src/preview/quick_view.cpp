@@ -102,9 +102,11 @@ void lfQuickView::Hide() {
 void lfQuickView::RaiseReportClicked(const std::string& line, std::int32_t column) {
     bool cancel = false;
     if (reportClicked_) reportClicked_(line, column, cancel);
-    if (cancel || !notifyTarget_) return;
+    // Held for the call: the host may replace its target from inside it.
+    const std::shared_ptr<ReportClickTarget> target = notifyTarget_;
+    if (cancel || !target) return;
     try {
-        notifyTarget_->ReportClicked(line, column);
+        target->ReportClicked(line, column);
     } catch (...) {
     }
 }

@@ -129,6 +129,17 @@ Sub UseRecord(progId)
     If progId <> "PrinterResponse4" Then Expect progId & ".toString", Len(text) > 0, True
 End Sub
 
+Sub UseQuickView()
+    Dim q
+    Set q = CreateObject("PrinterFiscalCorvid.lfQuickView")
+    q.SetLinesPerPage 5
+    q.Add "Reporte", 2
+    q.Add "Linea", 0
+    q.PageBreak
+    q.LoadText
+    Expect "lfQuickView.Pagina", q.Pagina, 2
+End Sub
+
 Sub UseClosures()
     Dim closures, closure, numbers
     Set closures = printer.reportesZMF(firstClosing, firstClosing + 1)
@@ -148,6 +159,7 @@ Sub Use(name)
         Case "PrinterFiscal": UsePrinterFiscal
         Case "CStringBuffer": UseCStringBuffer
         Case "reportesZMF": UseClosures
+        Case "lfQuickView": UseQuickView
         Case Else: UseRecord name
     End Select
     If Err.Number <> 0 Then Expect name & " raised " & Err.Description, Err.Number, 0
@@ -157,7 +169,7 @@ End Sub
 Dim names, name, i
 names = Array("PrinterFiscal", "CStringBuffer", "PrinterResponse1", "PrinterResponse2", _
     "EstadoDocumento", "PrinterResponse3", "PrinterResponse4", "ResumenZ", "ReporteZMF", _
-    "reportesZMF")
+    "lfQuickView", "reportesZMF")
 
 ' Warm-up: the first objects fill caches (type library, class factories, heaps) once.
 For Each name In names
