@@ -43,7 +43,14 @@ std::unique_ptr<PrintSurface> OpenPrinterSurface(const std::wstring& device) {
     // GDI ignores the driver name for printers.
     HDC dc = CreateDCW(nullptr, device.c_str(), nullptr, nullptr);
     if (dc == nullptr) return nullptr;
-    return std::make_unique<PrinterDcSurface>(device, dc);
+    auto surface = std::make_unique<PrinterDcSurface>(device, dc);
+    // A driver that reports no page or resolution cannot lay out a report.
+    const PageGeometry page = surface->Geometry();
+    if (page.width <= 0 || page.height <= 0 || page.dots_per_inch_x <= 0 ||
+        page.dots_per_inch_y <= 0) {
+        return nullptr;
+    }
+    return surface;
 }
 
 std::unique_ptr<PrintSurface> OpenDefaultPrinterSurface() {

@@ -50,22 +50,26 @@ class GdiPrinterTest : public QuickViewTest {
         std::make_shared<GdiPrinter>(std::make_unique<Surface>(record_));
 };
 
-TEST_F(GdiPrinterTest, PagesSplitAtBreakLinesWithLinesInOrderAndTheMargin) {
+TEST_F(GdiPrinterTest, SheetsSplitAtBreakLinesWithLinesInOrderAndTheMargin) {
     auto view = MakeGdiView();
     view->SetReportWidth(40);
     view->SetLinesPerPage(5);  // three report lines a page
-    for (int i = 1; i <= 7; ++i) view->Add("L\xEDnea " + std::to_string(i), alignments::kLeft);
+    for (int i = 1; i <= 4; ++i) view->Add("L\xEDnea " + std::to_string(i), alignments::kLeft);
+    view->PageBreak();
+    view->PageBreak();  // two breaks in a row leave a blank sheet
+    view->Add("L\xEDnea 5", alignments::kLeft);
+    view->PageBreak();  // a break at the end leaves none
     view->LoadText();
     view->SetLeftMargin(2);
     view->PrintListBox();
 
     const auto& pages = OnlyDocument();
-    ASSERT_EQ(pages.size(), 3u);
+    ASSERT_EQ(pages.size(), 4u);
     EXPECT_EQ(TextsOf(pages[0]),
               (Texts{L" ", L"  L\u00EDnea 1 ", L"  L\u00EDnea 2 ", L"  L\u00EDnea 3 "}));
-    EXPECT_EQ(TextsOf(pages[1]),
-              (Texts{L"  L\u00EDnea 4 ", L"  L\u00EDnea 5 ", L"  L\u00EDnea 6 "}));
-    EXPECT_EQ(TextsOf(pages[2]), (Texts{L"  L\u00EDnea 7 "}));
+    EXPECT_EQ(TextsOf(pages[1]), (Texts{L"  L\u00EDnea 4 "}));
+    EXPECT_TRUE(pages[2].empty());
+    EXPECT_EQ(TextsOf(pages[3]), (Texts{L"  L\u00EDnea 5 "}));
     // Lines stack from the top left of each sheet, one line height apart, in the font that
     // 40 columns fit at without shrinking.
     const int height = LineHeight();
@@ -77,24 +81,6 @@ TEST_F(GdiPrinterTest, PagesSplitAtBreakLinesWithLinesInOrderAndTheMargin) {
             EXPECT_EQ(page[i].font_height, -PixelsOf(14));
         }
     }
-}
-
-TEST_F(GdiPrinterTest, BreakLinesInARowLeaveABlankSheetButABreakAtTheEndDoesNot) {
-    auto view = MakeGdiView();
-    view->SetLinesPerPage(lfQuickView::kNoPaging);
-    view->Add("one", alignments::kLeft);
-    view->PageBreak();
-    view->PageBreak();
-    view->Add("two", alignments::kLeft);
-    view->PageBreak();
-    view->LoadText();
-    view->PrintListBox();
-
-    const auto& pages = OnlyDocument();
-    ASSERT_EQ(pages.size(), 3u);
-    EXPECT_EQ(TextsOf(pages[0]), (Texts{L" ", L"one "}));
-    EXPECT_TRUE(pages[1].empty());
-    EXPECT_EQ(TextsOf(pages[2]), (Texts{L"two "}));
 }
 
 // The widest font the fitting may choose is the one at which the report's columns and six
@@ -122,10 +108,15 @@ TEST_F(GdiPrinterTest, FittingShrinksTheFontUntilTheColumnsFitTheSheet) {
     ASSERT_EQ(larger_record->documents.size(), 1u);
     EXPECT_GT(larger_record->documents[0][0][0].Width(126), kUsableWidth);
 
-    // A wider report shrinks further.
+    // A wider report shrinks further; a size chosen by the host is printed as chosen.
     EXPECT_TRUE(view->SetReportWidth(160));
     EXPECT_LT(gdi_->FontSize(), fitted);
     EXPECT_TRUE(prompts_->prompts().empty());
+    view->SetPrintFontSize(9);
+    EXPECT_FALSE(view->SetReportWidth(200));
+    view->PrintListBox();
+    ASSERT_EQ(record_->documents.size(), 2u);
+    EXPECT_EQ(record_->documents[1][0][1].font_height, -PixelsOf(9));
 }
 
 TEST_F(GdiPrinterTest, FittedPagesFillTheSheetWithoutRunningOver) {
@@ -217,18 +208,6 @@ TEST_F(GdiPrinterTest, VerifoneLinesStackAsFortyColumns) {
         EXPECT_EQ(pages[0][i].x, 0);
         EXPECT_EQ(pages[0][i].y, static_cast<int>(i) * height);
     }
-}
-
-TEST_F(GdiPrinterTest, ChosenFontSizeIsPrintedAsChosen) {
-    auto view = MakeGdiView();
-    view->SetPrintFontSize(9);
-    EXPECT_FALSE(view->SetReportWidth(200));
-    view->Add("nueve", alignments::kLeft);
-    view->LoadText();
-    view->PrintListBox();
-    const auto& pages = OnlyDocument();
-    ASSERT_EQ(pages.size(), 1u);
-    for (const TextRun& run : pages[0]) EXPECT_EQ(run.font_height, -PixelsOf(9));
 }
 
 TEST_F(GdiPrinterTest, DeviceRefusingTheJobRaisesPrinterErrorAndPrintsNothing) {
