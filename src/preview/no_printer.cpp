@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "automation/vb_error.h"
+#include "preview/printer_error.h"
 
 namespace corvid::preview {
 namespace {
@@ -13,8 +13,6 @@ constexpr double kTwipsPerPoint = 20;
 constexpr double kAdvancePerPoint = 0.6;
 constexpr double kLineHeightPerPoint = 1.1328125;
 constexpr double kSmallestSize = 1;
-
-[[noreturn]] void RaisePrinterError() { throw automation::VbError(482, {}, "Printer error"); }
 
 }  // namespace
 
@@ -34,10 +32,10 @@ void NoPrinter::SetFontSize(double points) {
     if (points >= kSmallestSize) font_size_ = points;
 }
 
-void NoPrinter::PrintLine(const std::string&) { RaisePrinterError(); }
-void NoPrinter::PrintText(const std::string&) { RaisePrinterError(); }
-void NoPrinter::NewPage() { RaisePrinterError(); }
-void NoPrinter::EndDoc() { RaisePrinterError(); }
+void NoPrinter::PrintLine(const std::string&) { RaiseNoPrinterInstalled(); }
+void NoPrinter::PrintText(const std::string&) { RaiseNoPrinterInstalled(); }
+void NoPrinter::NewPage() { RaiseNoPrinterInstalled(); }
+void NoPrinter::EndDoc() { RaiseNoPrinterInstalled(); }
 void NoPrinter::KillDoc() {}
 
 }  // namespace corvid::preview

@@ -1,7 +1,7 @@
 // A stand-in for a machine without a usable printer. It answers the metrics of a Letter page
 // (8 x 10.5 printable inches, in twips) in a fixed-pitch font, so that a report still gets a
 // sensible width fitting and page length; every attempt to print raises "Printer error"
-// (error 482) and nothing is printed.
+// (error 482) saying that no printer is installed, and nothing is printed.
 #pragma once
 
 #include "preview/printer_device.h"

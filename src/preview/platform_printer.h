@@ -1,4 +1,4 @@
-// The platform's own printer, made once when the default printer is first asked for.
+// The platform's own printer: the default printer as it is when a report is created.
 #pragma once
 
 #include <memory>

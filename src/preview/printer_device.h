@@ -56,9 +56,11 @@ class PrinterDevice {
     virtual void KillDoc() = 0;
 };
 
-// The process-wide default printer, the one a new report prints on.
+// The printer a new report prints on: the platform's default printer, looked up anew for each
+// report, unless a process-wide replacement is set.
 std::shared_ptr<PrinterDevice> DefaultPrinter();
-// Replaces it; returns the previous. Used by tests and by hosts that print elsewhere.
+// Sets the replacement (null goes back to the platform's printer); returns the previous one.
+// Used by tests and by hosts that print elsewhere.
 std::shared_ptr<PrinterDevice> ReplaceDefaultPrinter(std::shared_ptr<PrinterDevice> printer);
 
 }  // namespace corvid::preview

@@ -65,6 +65,7 @@ class lfQuickView {
 
     // Prints the text box's text: page-break lines start a new page, lines get the left
     // margin; a VERIFONE device gets each line as a carriage return and exactly 40 columns.
+    // A printer error (482, also when no printer is installed) abandons the job and is raised.
     void PrintListBox();
 
     // Shows the report in its window; modal returns when the window is closed or hidden.

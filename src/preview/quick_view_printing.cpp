@@ -13,6 +13,7 @@ namespace {
 // A line-display device that takes each line as a carriage return and a fixed width.
 constexpr const char* kVerifone = "VERIFONE";
 constexpr std::int32_t kVerifoneColumns = 40;
+constexpr const char* kPrintSource = "lfQuickView::PrintListBox";
 
 std::string Upper(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -22,13 +23,22 @@ std::string Upper(std::string text) {
 
 }  // namespace
 
+// A printer that fails (or is missing) ends the print: the job is abandoned, printing is
+// cleared and the host gets the error.
 void lfQuickView::PrintListBox() {
     try {
         printer_->PrintLine(" ");
         if (!printFontFixed_) SetReportWidth(reportWidth_);
         PrintLines(textBox_.text());
-    } catch (const automation::VbError&) {
-        printing_ = false;  // a failing printer ends the print
+    } catch (const automation::VbError& error) {
+        printing_ = false;
+        try {
+            printer_->KillDoc();
+        } catch (const automation::VbError&) {
+            // The first error is the one the host needs.
+        }
+        if (!error.source().empty()) throw;
+        throw automation::VbError(error.number(), kPrintSource, error.description());
     }
 }
 

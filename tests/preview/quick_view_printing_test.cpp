@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "quick_view_fixture.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::preview::testing {
 namespace {
@@ -97,17 +98,31 @@ TEST_F(QuickViewPrintingTest, StopRequestedAtTheLastLineAbortsTheJob) {
     EXPECT_EQ(std::count(printer_->log.begin(), printer_->log.end(), "enddoc"), 0);
 }
 
-TEST_F(QuickViewPrintingTest, PrinterErrorEndsThePrintWithPrintingCleared) {
+TEST_F(QuickViewPrintingTest, PrinterErrorAbandonsTheJobAndReachesTheHost) {
     auto view = ShownReport();
     bool printing_while_printing = false;
     printer_->on_print_line = [&](const std::string&) {
         printing_while_printing = printing_while_printing || view->printing();
     };
     printer_->failing = {"NewPage"};
-    EXPECT_NO_THROW(view->PrintListBox());
+    try {
+        view->PrintListBox();
+        ADD_FAILURE() << "the printer error was swallowed";
+    } catch (const automation::VbError& error) {
+        EXPECT_EQ(error.number(), 482);
+        EXPECT_EQ(error.source(), "lfQuickView::PrintListBox");
+        EXPECT_EQ(error.description(), "Printer error");
+    }
     EXPECT_TRUE(printing_while_printing);
     EXPECT_FALSE(view->printing());
-    EXPECT_EQ(printer_->log, (Log{"line: ", "line:one ", "line: two "}));
+    EXPECT_EQ(printer_->log, (Log{"line: ", "line:one ", "line: two ", "killdoc"}));
+}
+
+TEST_F(QuickViewPrintingTest, FailingAbortKeepsTheFirstError) {
+    auto view = ShownReport();
+    printer_->failing = {"EndDoc", "KillDoc"};
+    EXPECT_EQ(test_support::ErrorNumberOf([&] { view->PrintListBox(); }), 482);
+    EXPECT_FALSE(view->printing());
 }
 
 }  // namespace
