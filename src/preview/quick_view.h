@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "preview/printer_device.h"
 #include "preview/quick_view_window.h"
@@ -65,7 +66,10 @@ class lfQuickView {
 
     // Prints the text box's text: page-break lines start a new page, lines get the left
     // margin; a VERIFONE device gets each line as a carriage return and exactly 40 columns.
+    // A printer error ends the print; its description is kept for TakePrintError.
     void PrintListBox();
+    // The description of the printer error that ended the last print, once; empty if none.
+    std::optional<std::string> TakePrintError() { return std::exchange(printError_, {}); }
 
     // Shows the report in its window; modal returns when the window is closed or hidden.
     // Without a window the text is loaded and handed to the report sink (report_sink.h).
@@ -73,6 +77,11 @@ class lfQuickView {
     void ShowModal() { Show(true); }
     void Hide();
     void SetWindow(std::shared_ptr<QuickViewWindow> window) { window_ = std::move(window); }
+    // Called after each line added to the shown text box, so that a window on screen can
+    // show it too.
+    void SetTextAddedListener(std::function<void()> listener) {
+        textAddedListener_ = std::move(listener);
+    }
 
     // The ReportClicked event: the clicked line, the caret's column in it and a cancel flag
     // the handler may set. The published object connects its event sinks here.
@@ -123,6 +132,8 @@ class lfQuickView {
     std::optional<CStringBuffer> buffer_;
     bool loaded_ = false;
     TextBox textBox_;
+    std::optional<std::string> printError_;
+    std::function<void()> textAddedListener_;
 };
 
 }  // namespace corvid::preview

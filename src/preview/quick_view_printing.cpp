@@ -23,12 +23,14 @@ std::string Upper(std::string text) {
 }  // namespace
 
 void lfQuickView::PrintListBox() {
+    printError_.reset();
     try {
         printer_->PrintLine(" ");
         if (!printFontFixed_) SetReportWidth(reportWidth_);
         PrintLines(textBox_.text());
-    } catch (const automation::VbError&) {
+    } catch (const automation::VbError& error) {
         printing_ = false;  // a failing printer ends the print
+        printError_ = error.description();
     }
 }
 
