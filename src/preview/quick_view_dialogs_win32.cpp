@@ -1,6 +1,7 @@
 #include <windows.h>
 // windows.h first: the common dialog header needs its types.
 #include <commdlg.h>
+#undef ChooseFont  // the dialogs interface has a member of that name
 
 #include <string>
 #include <vector>
@@ -43,7 +44,7 @@ class Win32QuickViewDialogs : public QuickViewDialogs {
         dialog.hDC = printer;
         dialog.lpLogFont = &font;
         dialog.Flags = flags | CF_INITTOLOGFONTSTRUCT;
-        const BOOL chosen = ChooseFontA(&dialog);
+        const BOOL chosen = ::ChooseFontA(&dialog);
         if (printer != nullptr) DeleteDC(printer);
         if (!chosen) return std::nullopt;
         return FontChoice{font.lfFaceName, dialog.iPointSize / 10.0, font.lfWeight >= FW_BOLD,

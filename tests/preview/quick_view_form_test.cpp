@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "preview/line_break_offsets.h"
 #include "preview/quick_view_dialogs.h"
 #include "quick_view_fixture.h"
 #include "support/temp_folder.h"
@@ -327,6 +328,18 @@ TEST_F(QuickViewFormTest, ActivationLoadsTheTextOnceAndEscapeHides) {
     EXPECT_EQ(box().sel_start(), 5);
     form.EscapePressed();
     EXPECT_EQ(hides_, 1);
+}
+
+TEST(LineBreakOffsetsTest, ALineBreakCountsOnceInTheControlAndCaretsRoundTrip) {
+    const std::string text = "ab\r\ncd\r\n\r\ne";
+    EXPECT_EQ(ControlOffset(text, 4), 3);  // before "c"
+    EXPECT_EQ(ControlOffset(text, static_cast<std::int32_t>(text.size())), 8);
+    EXPECT_EQ(TextOffset(text, 3), 4);
+    EXPECT_EQ(TextOffset(text, 2), 2);  // before the break, never between CR and LF
+    EXPECT_EQ(TextOffset(text, 99), static_cast<std::int32_t>(text.size()));
+    for (std::int32_t offset : {0, 1, 2, 4, 5, 6, 8, 10, 11}) {
+        EXPECT_EQ(TextOffset(text, ControlOffset(text, offset)), offset) << offset;
+    }
 }
 
 }  // namespace
