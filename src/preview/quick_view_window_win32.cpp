@@ -48,14 +48,15 @@ enum ControlId : int {
 constexpr int kMargin = 120;
 constexpr int kTextTop = 60;
 constexpr int kButtonWidth = 1575;
+constexpr int kPrinterFontWidth = 1700;
 constexpr int kButtonHeight = 375;
 constexpr int kImageSize = 300;
 constexpr int kGrowLeft = 120;
 constexpr int kShrinkLeft = 480;
 constexpr int kPrinterFontLeft = 900;
-constexpr int kLabelLeft = 2220;
-constexpr int kLabelWidth = 1320;
-constexpr int kEntryLeft = 3600;
+constexpr int kLabelLeft = 2640;
+constexpr int kLabelWidth = 1080;
+constexpr int kEntryLeft = 3780;
 constexpr int kEntryWidth = 600;
 constexpr int kEntryHeight = 315;
 
@@ -288,7 +289,9 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
     SendMessageW(text_, EM_SETTARGETDEVICE, reinterpret_cast<WPARAM>(screen), form_->rightMargin());
     ReleaseDC(nullptr, screen);
     PushFont();
-    view.SetTextAddedListener([this] { AppendAddedText(); });
+    view.SetTextAddedListener([weak = weak_from_this()] {
+        if (auto self = weak.lock()) self->AppendAddedText();
+    });
     OnSize();
     return true;
 }
@@ -458,7 +461,7 @@ void Win32QuickViewWindow::OnSize() {
     Place(kTextId, kMargin, kTextTop, layout.text_width, layout.text_height);
     Place(kGrowId, kGrowLeft, layout.button_top, kImageSize, kImageSize);
     Place(kShrinkId, kShrinkLeft, layout.button_top, kImageSize, kImageSize);
-    Place(kPrinterFontId, kPrinterFontLeft, layout.button_top, kButtonWidth, kButtonHeight);
+    Place(kPrinterFontId, kPrinterFontLeft, layout.button_top, kPrinterFontWidth, kButtonHeight);
     Place(kSaveId, layout.save_left, layout.button_top, kButtonWidth, kButtonHeight);
     Place(kSearchId, layout.search_left, layout.button_top, kButtonWidth, kButtonHeight);
     Place(kPrintId, layout.print_left, layout.button_top, kButtonWidth, kButtonHeight);

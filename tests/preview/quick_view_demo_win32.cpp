@@ -2,11 +2,10 @@
 // tests.  quickview-demo OUT_FOLDER
 // Writes OUT_FOLDER/report.txt (the report's text, Windows-1252, one LF per line, so that a
 // byte offset is a caret offset of the window's text), then one line per ReportClicked
-// event to OUT_FOLDER/clicks.txt ("COLUMN|LINE", UTF-8), and "closed" to standard output
+// event to OUT_FOLDER/clicks.txt ("COLUMN|LINE", the line's bytes as received), and "closed"
+// to standard output. Each click also adds a line "Clic en la columna N" to the shown report
 // when the modal Show returns. Without a desktop the report goes to the report sink,
 // which prints "sink: N characters".
-#include <windows.h>
-
 #include <cstdio>
 #include <fstream>
 #include <memory>
@@ -21,18 +20,6 @@ using namespace corvid::preview;
 
 namespace {
 
-std::string Utf8(const std::string& cp1252) {
-    if (cp1252.empty()) return {};
-    std::wstring wide(cp1252.size(), L'\0');
-    const int n = MultiByteToWideChar(1252, 0, cp1252.data(), static_cast<int>(cp1252.size()),
-                                      wide.data(), static_cast<int>(wide.size()));
-    std::string out(static_cast<std::size_t>(n) * 3, '\0');
-    const int m =
-        WideCharToMultiByte(CP_UTF8, 0, wide.data(), n, out.data(), n * 3, nullptr, nullptr);
-    out.resize(static_cast<std::size_t>(m));
-    return out;
-}
-
 void FillReport(lfQuickView& view) {
     view.SetReportWidth(64);
     view.SetLinesPerPage(20);
@@ -43,7 +30,11 @@ void FillReport(lfQuickView& view) {
         for (int row = 1; view.Linea() < 19 && !(page == 3 && row > 8); ++row) {
             ++item;
             char text[80];
-            std::snprintf(text, sizeof text, "Item %03d  Art\xED" "culo n\xFA" "mero %d", item, item);
+            std::snprintf(text, sizeof text,
+                          "Item %03d  Art\xED"
+                          "culo n\xFA"
+                          "mero %d",
+                          item, item);
             view.Add(text, alignments::kLeft);
             std::snprintf(text, sizeof text, "Bs %d,%02d", item * 13, item % 100);
             if (row % 4 == 0) view.Add(text, alignments::kRight);
@@ -63,7 +54,9 @@ int main(int argc, char** argv) {
     FillReport(view);
     view.SetReportClickedHandler([&](const std::string& line, std::int32_t column, bool&) {
         std::ofstream clicks(folder + "/clicks.txt", std::ios::app | std::ios::binary);
-        clicks << column << "|" << Utf8(line) << "\n";
+        clicks << column << "|" << line << "\n";
+        // A line added while the window is on screen shows up in it at once.
+        view.Add("Clic en la columna " + std::to_string(column), alignments::kLeft);
     });
     {
         view.LoadText();

@@ -3,7 +3,7 @@
 //   quickview-driver key escape|f3
 //   quickview-driver resize WIDTH HEIGHT   the window's outer size, in twips
 //   quickview-driver margin TEXT           types into the margin entry, then leaves it
-//   quickview-driver button CAPTION
+//   quickview-driver button CAPTION      a button, or a font image by its glyph (+ or -)
 //   quickview-driver find TEXT             "Buscar Texto", answering its input box
 //   quickview-driver dump                  one line per fact of the window
 //   quickview-driver dismiss-all OUTFILE SECONDS
@@ -22,6 +22,9 @@
 namespace {
 
 const wchar_t kCaption[] = L"Documento: Vista R\u00E1pida";
+// How long a message box the window may raise is waited for: Wine's first box of a process
+// can take over a second (it loads the sound for the icon).
+constexpr int kMessageWait = 4000;
 
 std::string Utf8(const std::wstring& text) {
     if (text.empty()) return {};
@@ -185,6 +188,11 @@ void Dump(HWND window) {
     end = HIWORD(packed);
     std::printf("selection %lu %lu\n", start, end - start);
     std::printf("screen_font %lld\n", prop(L"CorvidScreenFont"));
+    std::wstring all = TextOf(text);
+    while (!all.empty() && (all.back() == L'\r' || all.back() == L'\n')) all.pop_back();
+    const auto last_break = all.find_last_of(L"\r\n");
+    std::printf("last_line %s\n",
+                Utf8(last_break == std::wstring::npos ? all : all.substr(last_break + 1)).c_str());
     std::printf("margin %s\n", Utf8(TextOf(MarginEntry(window))).c_str());
     std::printf("visible %d\n", IsWindowVisible(window) ? 1 : 0);
 }
@@ -239,7 +247,8 @@ int main(int argc, char** argv) {
     } else if (command == "key" && argc == 3) {
         const std::string key = argv[2];
         PressKey(RichEdit(window), key == "f3" ? VK_F3 : VK_ESCAPE);
-        DismissMessageBox(L"ADVERTENCIA", 700);
+        if (key == "f3" && !DismissMessageBox(L"ADVERTENCIA", kMessageWait))
+            std::printf("message: none\n");
     } else if (command == "resize" && argc == 4) {
         const int dpi = Dpi();
         SetWindowPos(window, nullptr, 0, 0, MulDiv(std::atoi(argv[2]), dpi, 1440),
@@ -251,11 +260,12 @@ int main(int argc, char** argv) {
         // Leaving the entry: the notification the window gets when the focus moves on.
         PostMessageW(window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(entry), EN_KILLFOCUS),
                      reinterpret_cast<LPARAM>(entry));
-        if (!DismissMessageBox(L"PrinterFiscalCorvid (commAPI)", 1500))
+        if (!DismissMessageBox(L"PrinterFiscalCorvid (commAPI)", kMessageWait))
             std::printf("message: none\n");
         Pause(200);
     } else if (command == "button" && argc == 3) {
-        HWND button = FindWindowExW(window, nullptr, L"Button", Wide(argv[2]).c_str());
+        // Any control by its text: the font images ("+", "-") notify as buttons do.
+        HWND button = FindWindowExW(window, nullptr, nullptr, Wide(argv[2]).c_str());
         if (button == nullptr) return 1;
         ClickButton(window, button);
         Pause(300);
@@ -268,7 +278,7 @@ int main(int argc, char** argv) {
         HWND entry = FindWindowExW(ask, nullptr, L"Edit", nullptr);
         SendMessageW(entry, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(argv[2]).c_str()));
         PostMessageW(ask, WM_COMMAND, IDOK, 0);
-        if (!DismissMessageBox(L"ADVERTENCIA", 700)) std::printf("message: none\n");
+        if (!DismissMessageBox(L"ADVERTENCIA", kMessageWait)) std::printf("message: none\n");
     } else if (command == "dump") {
         Dump(window);
     } else {
