@@ -330,6 +330,22 @@ TEST_F(QuickViewFormTest, ActivationLoadsTheTextOnceAndEscapeHides) {
     EXPECT_EQ(hides_, 1);
 }
 
+TEST_F(QuickViewFormTest, OnlyLinesAddedToTheShownTextAreAnnouncedToTheWindow) {
+    view_ = MakeView();
+    int announced = 0;
+    std::string seen;
+    view_->SetTextAddedListener([&] {
+        ++announced;
+        seen = box().text();
+    });
+    view_->Add("before", alignments::kLeft);
+    EXPECT_EQ(announced, 0);
+    view_->LoadText();
+    view_->Add("after", alignments::kLeft);
+    EXPECT_EQ(announced, 1);
+    EXPECT_EQ(seen, "before \r\n\r\nafter ");  // the text box already holds the line
+}
+
 TEST(LineBreakOffsetsTest, ALineBreakCountsOnceInTheControlAndCaretsRoundTrip) {
     const std::string text = "ab\r\ncd\r\n\r\ne";
     EXPECT_EQ(ControlOffset(text, 4), 3);  // before "c"
