@@ -152,6 +152,18 @@ Win32QuickViewWindow* FromWindow(HWND window) {
     return reinterpret_cast<Win32QuickViewWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
+// The module holding this code (the DLL when the COM server shows the window).
+HINSTANCE ThisModule() {
+    static const HINSTANCE module = [] {
+        HMODULE handle = nullptr;
+        GetModuleHandleExW(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            reinterpret_cast<LPCWSTR>(&ThisModule), &handle);
+        return handle != nullptr ? handle : GetModuleHandleW(nullptr);
+    }();
+    return module;
+}
+
 bool RegisterWindowClass() {
     static const bool registered = [] {
         INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_UPDOWN_CLASS | ICC_BAR_CLASSES};
@@ -161,12 +173,13 @@ bool RegisterWindowClass() {
         WNDCLASSEXW window_class = {};
         window_class.cbSize = sizeof window_class;
         window_class.lpfnWndProc = DefWindowProcW;
-        window_class.hInstance = GetModuleHandleW(nullptr);
+        window_class.hInstance = ThisModule();
         window_class.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // IDC_ARROW
         window_class.hIcon = LoadIconW(nullptr, MAKEINTRESOURCEW(32512));      // IDI_APPLICATION
         window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
         window_class.lpszClassName = kWindowClass;
-        return RegisterClassExW(&window_class) != 0;
+        // A DLL loaded again in the same process finds its class still registered.
+        return RegisterClassExW(&window_class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
     }();
     return registered;
 }
@@ -237,8 +250,8 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
     dpi_ = ScreenDpi();
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kWindowClass, kCaption,
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                              Pixels(12600), Pixels(8400), GetActiveWindow(), nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
+                              Pixels(12600), Pixels(8400), GetActiveWindow(), nullptr, ThisModule(),
+                              nullptr);
     if (window_ == nullptr) return false;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc));
@@ -271,7 +284,7 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
 
     HWND tips = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP,
                                 CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_,
-                                nullptr, GetModuleHandleW(nullptr), nullptr);
+                                nullptr, ThisModule(), nullptr);
     const std::pair<HWND, std::wstring> tip_texts[] = {{grow, L"Ampliar Fuente de Pantalla"},
                                                        {shrink, L"Reducir Fuente de Pantalla"}};
     for (const auto& [image, tip] : tip_texts) {
@@ -298,9 +311,9 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
 
 HWND Win32QuickViewWindow::AddControl(const wchar_t* window_class, const wchar_t* text, DWORD style,
                                       int id) {
-    HWND control = CreateWindowExW(0, window_class, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 10,
-                                   10, window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                   GetModuleHandleW(nullptr), nullptr);
+    HWND control =
+        CreateWindowExW(0, window_class, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, window_,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
     if (control == nullptr) return nullptr;
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
                  FALSE);
