@@ -8,7 +8,7 @@ FUZZ := build/fuzz
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-windows32 test-fuzz demo bench fuzz soak format clean
+	test-automation test-window test-windows32 test-fuzz demo bench fuzz soak format clean
 
 all: native windows windows32
 
@@ -49,6 +49,12 @@ test-windows: windows native
 	@CORVID_SIM=$(abspath $(NATIVE)/sim/corvid-sim) \
 		scripts/wine-env.sh $(WINDOWS) ctest --test-dir $(WINDOWS) --output-on-failure
 
+# The preview window under Xvfb, driven from outside, with screenshots in
+# build/windows/screenshots; and a VBScript host receiving a click.
+test-window: windows
+	@echo "== preview window under Xvfb"
+	@scripts/run-window-tests.sh $(WINDOWS)
+
 test-automation: windows native
 	@echo "== automation tests: VBScript against the registered CorvidAPI.dll"
 	@scripts/run-automation-tests.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
@@ -64,7 +70,7 @@ test-fuzz: deps
 	@echo "== fuzz programs, a few seconds each"
 	@FUZZ_SMOKE_SECONDS=$${FUZZ_SMOKE_SECONDS:-5} scripts/fuzz.sh smoke $(FUZZ)
 
-test: test-native test-asan test-windows test-automation test-windows32 test-fuzz
+test: test-native test-asan test-windows test-automation test-window test-windows32 test-fuzz
 
 fuzz: deps
 	@FUZZ_MAX_SECONDS=$${FUZZ_MAX_SECONDS:-0} scripts/fuzz.sh full $(FUZZ)

@@ -22,6 +22,8 @@ endfunction()
 function(corvid_test_suite name)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
     list(FILTER sources EXCLUDE REGEX "_${CORVID_OTHER_PLATFORM}\\.cpp$")
+    # Programs of their own (a demo, a driver) live beside the suites but are not part of them.
+    list(FILTER sources EXCLUDE REGEX "_(demo|driver)_win32\\.cpp$")
     if(NOT sources)
         return()
     endif()

@@ -7,7 +7,7 @@ packages=(
     nlohmann-json3-dev libcli11-dev clang-format
     mingw-w64 gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
     gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686
-    wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth
+    wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
     ser2net clang clang-14 libclang-rt-14-dev
 )
 if [ "${1:-}" = --list ]; then

@@ -17,6 +17,9 @@
 # CORVID_SIM_PORT environment variable.
 set -uo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
+# No desktop: a preview the scripts' sessions show (test mode, the trace view) returns at
+# once instead of waiting for a person.
+unset DISPLAY
 
 build_dir=$(cd "${1:?usage: $0 BUILD_DIR [CORVID_SIM]}" && pwd)
 # The simulated printer (a Linux program) that sim_*.vbs scripts talk to.

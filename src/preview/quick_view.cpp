@@ -68,6 +68,7 @@ void lfQuickView::AddLine(const std::string& line) {
         textBox_.SetSelStart(Add32(Len(textBox_.text()), 1));
         textBox_.SetSelLength(0);
         textBox_.SetSelText(lineEnd + line);
+        if (textAddedListener_) textAddedListener_();
         return;
     }
     if (!buffer_) buffer_.emplace();

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "preview/printer_device.h"
 #include "preview/quick_view_window.h"
@@ -74,6 +75,11 @@ class lfQuickView {
     void ShowModal() { Show(true); }
     void Hide();
     void SetWindow(std::shared_ptr<QuickViewWindow> window) { window_ = std::move(window); }
+    // Called after each line added to the shown text box, so that a window on screen can
+    // show it too.
+    void SetTextAddedListener(std::function<void()> listener) {
+        textAddedListener_ = std::move(listener);
+    }
 
     // The ReportClicked event: the clicked line, the caret's column in it and a cancel flag
     // the handler may set. The published object connects its event sinks here.
@@ -124,6 +130,7 @@ class lfQuickView {
     std::optional<CStringBuffer> buffer_;
     bool loaded_ = false;
     TextBox textBox_;
+    std::function<void()> textAddedListener_;
 };
 
 }  // namespace corvid::preview

@@ -3,6 +3,9 @@
 // (first: the OLE headers below use its types)
 #include <objbase.h>
 
+#include <mutex>
+
+#include "preview/platform_quick_view_window.h"
 #include "registration/class_factory.h"
 #include "registration/class_table.h"
 #include "registration/module_state.h"
@@ -23,6 +26,10 @@ HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID clsid, REFIID iid, void** obje
     *object = nullptr;
     const auto* published = corvid::registration::FindPublishedClass(clsid);
     if (published == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
+    // Reports shown by the host's objects (its own, the test-mode preview, the trace view)
+    // appear in the preview window; installed here rather than under the loader lock.
+    static std::once_flag window_installed;
+    std::call_once(window_installed, [] { corvid::preview::InstallPlatformQuickViewWindow(); });
     IClassFactory* factory = nullptr;
     try {
         factory = new corvid::registration::ClassFactory(*published);
