@@ -226,6 +226,22 @@ if wine_run timeout 120 "$wine" regsvr32 /s "$dll_windows"; then
         grep -q '^PASS the notify target got the clicked line and column' "$work/events.out"
     check "the script ends with no failed check" \
         test "$(grep -c '^FAIL' "$work/events.out")|$(tr -d '\r' <"$work/events.out" | grep -c '^DONE$')" = "0|1"
+
+    # The previews a session shows at Cerrar, each closed by dismiss-all as it appears.
+    rm -f "$work/previews.txt" "$work/previews.txt.stop"
+    drive dismiss-all "$windows_work\\previews.txt" 60 &
+    dismisser=$!
+    cp "$root/tests/preview/session_previews.vbs" "$work/"
+    (cd "$work" && timeout 60 "$root/scripts/wine-env.sh" "$build_dir" "$wine" cscript //nologo \
+        session_previews.vbs | tr -d '\r' >"$work/previews.out" 2>&1)
+    touch "$work/previews.txt.stop"
+    wait "$dismisser"
+    check "every Cerrar returned once its preview was closed" \
+        test "$(grep -c 'returned\|released\|^DONE' "$work/previews.out")" = 4
+    check "test mode shows what would have been sent, at Cerrar and again at the release" \
+        test "$(grep -c '^@Vista previa $' "$work/previews.txt")|$(grep -c '^810Fin $' "$work/previews.txt")" = "2|2"
+    check "with IsDebug and DebugInmediato Cerrar shows the trace view" \
+        grep -q '^ExecuteNoCheck: -> w' "$work/previews.txt"
     wine_run timeout 120 "$wine" regsvr32 /s /u "$dll_windows"
 else
     fail "regsvr32 registers CorvidAPI.dll for the script host"
