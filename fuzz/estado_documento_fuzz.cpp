@@ -12,8 +12,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace corvid;
     fuzz::ProcessSetup setup;
-    const session::Fields fields =
-        session::SplitFields(std::string(reinterpret_cast<const char*>(data), size));
+    const session::Fields fields = fuzz::ReplyFields(data, size);
     records::EstadoDocumento record;
     const std::string untouched = record.toString();
     try {

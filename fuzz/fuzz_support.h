@@ -8,10 +8,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 #include "automation/clock.h"
 #include "automation/locale_format.h"
 #include "host/settings_store.h"
+#include "session/responses.h"
 #include "support/fake_clock.h"
 #include "support/memory_settings_source.h"
 
@@ -75,5 +77,10 @@ class ScopedLocale {
 
     automation::LocaleFormat previous_;
 };
+
+// The input as a printer's reply, split into its fields.
+inline session::Fields ReplyFields(const std::uint8_t* data, std::size_t size) {
+    return session::SplitFields(std::string(reinterpret_cast<const char*>(data), size));
+}
 
 }  // namespace corvid::fuzz

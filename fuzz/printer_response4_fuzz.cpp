@@ -13,8 +13,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace corvid;
     fuzz::ProcessSetup setup;
-    const session::Fields fields =
-        session::SplitFields(std::string(reinterpret_cast<const char*>(data), size));
+    const session::Fields fields = fuzz::ReplyFields(data, size);
     records::PrinterResponse4 record;
     bool failed = false;
     try {

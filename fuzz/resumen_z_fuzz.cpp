@@ -11,8 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace corvid;
     fuzz::ProcessSetup setup;
-    const session::Fields fields =
-        session::SplitFields(std::string(reinterpret_cast<const char*>(data), size));
+    const session::Fields fields = fuzz::ReplyFields(data, size);
     records::ResumenZ record;
     record.loadFromFields(fields);
     (void)record.toString("Z1F0000001");

@@ -1,19 +1,12 @@
-#include <mutex>
-#include <utility>
-
 #include "preview/platform_printer.h"
 #include "preview/printer_device.h"
+#include "preview/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-std::mutex& Guard() {
-    static std::mutex guard;
-    return guard;
-}
-
-std::shared_ptr<PrinterDevice>& Replacement() {
-    static std::shared_ptr<PrinterDevice> printer;
+Replaceable<std::shared_ptr<PrinterDevice>>& Replacement() {
+    static Replaceable<std::shared_ptr<PrinterDevice>> printer;
     return printer;
 }
 
@@ -22,16 +15,12 @@ std::shared_ptr<PrinterDevice>& Replacement() {
 // The platform's printer is looked up again for each report, so that a printer installed or
 // chosen as default while the host runs serves the next report.
 std::shared_ptr<PrinterDevice> DefaultPrinter() {
-    {
-        std::lock_guard lock(Guard());
-        if (Replacement()) return Replacement();
-    }
+    if (auto printer = Replacement().Get()) return printer;
     return MakePlatformPrinter();
 }
 
 std::shared_ptr<PrinterDevice> ReplaceDefaultPrinter(std::shared_ptr<PrinterDevice> printer) {
-    std::lock_guard lock(Guard());
-    return std::exchange(Replacement(), std::move(printer));
+    return Replacement().Replace(std::move(printer));
 }
 
 }  // namespace corvid::preview

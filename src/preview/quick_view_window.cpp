@@ -1,31 +1,21 @@
 #include "preview/quick_view_window.h"
 
-#include <mutex>
-#include <utility>
+#include "preview/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-std::mutex& Guard() {
-    static std::mutex guard;
-    return guard;
-}
-
-QuickViewWindowFactory& Slot() {
-    static QuickViewWindowFactory factory;
+Replaceable<QuickViewWindowFactory>& Factory() {
+    static Replaceable<QuickViewWindowFactory> factory;
     return factory;
 }
 
 }  // namespace
 
-QuickViewWindowFactory CurrentQuickViewWindowFactory() {
-    std::lock_guard lock(Guard());
-    return Slot();
-}
+QuickViewWindowFactory CurrentQuickViewWindowFactory() { return Factory().Get(); }
 
 QuickViewWindowFactory ReplaceQuickViewWindowFactory(QuickViewWindowFactory factory) {
-    std::lock_guard lock(Guard());
-    return std::exchange(Slot(), std::move(factory));
+    return Factory().Replace(std::move(factory));
 }
 
 }  // namespace corvid::preview

@@ -1,35 +1,22 @@
 #include "preview/report_sink.h"
 
-#include <mutex>
-#include <utility>
+#include "preview/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-std::mutex& Guard() {
-    static std::mutex guard;
-    return guard;
-}
-
-ReportSink& Slot() {
-    static ReportSink sink;
+Replaceable<ReportSink>& Sink() {
+    static Replaceable<ReportSink> sink;
     return sink;
 }
 
 }  // namespace
 
-ReportSink ReplaceReportSink(ReportSink sink) {
-    std::lock_guard lock(Guard());
-    return std::exchange(Slot(), std::move(sink));
-}
+ReportSink ReplaceReportSink(ReportSink sink) { return Sink().Replace(std::move(sink)); }
 
 void HandToReportSink(const std::string& text) {
-    ReportSink sink;
-    {
-        std::lock_guard lock(Guard());
-        sink = Slot();
-    }
-    if (sink) sink(text);
+    // Called outside the lock: a sink may replace itself.
+    if (const ReportSink sink = Sink().Get()) sink(text);
 }
 
 }  // namespace corvid::preview

@@ -3,28 +3,23 @@
 #include <windows.h>
 
 namespace corvid::preview {
-namespace {
 
-constexpr UINT kWindows1252 = 1252;
-
-}  // namespace
-
-std::wstring WideFromWindows1252(std::string_view bytes) {
+std::wstring WideFromCodePage(unsigned code_page, std::string_view bytes) {
     if (bytes.empty()) return {};
     const int length = static_cast<int>(bytes.size());
-    const int size = MultiByteToWideChar(kWindows1252, 0, bytes.data(), length, nullptr, 0);
+    const int size = MultiByteToWideChar(code_page, 0, bytes.data(), length, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(kWindows1252, 0, bytes.data(), length, wide.data(), size);
+    MultiByteToWideChar(code_page, 0, bytes.data(), length, wide.data(), size);
     return wide;
 }
 
-std::string Windows1252FromWide(std::wstring_view wide) {
+std::string CodePageFromWide(unsigned code_page, std::wstring_view wide) {
     if (wide.empty()) return {};
     const int length = static_cast<int>(wide.size());
     const int size =
-        WideCharToMultiByte(kWindows1252, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+        WideCharToMultiByte(code_page, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
     std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(kWindows1252, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
+    WideCharToMultiByte(code_page, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
     return bytes;
 }
 

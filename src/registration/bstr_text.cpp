@@ -2,24 +2,16 @@
 
 #include <new>
 
+#include "preview/windows_1252_text_win32.h"
+
 namespace corvid::registration {
 
 std::string BytesFromBstr(BSTR text) {
-    const int length = static_cast<int>(SysStringLen(text));
-    if (length == 0) return {};
-    const int size = WideCharToMultiByte(CP_ACP, 0, text, length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text, length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
+    return preview::CodePageFromWide(CP_ACP, std::wstring_view(text, SysStringLen(text)));
 }
 
 std::wstring WideFromBytes(std::string_view bytes) {
-    if (bytes.empty()) return {};
-    const int length = static_cast<int>(bytes.size());
-    const int size = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, wide.data(), size);
-    return wide;
+    return preview::WideFromCodePage(CP_ACP, bytes);
 }
 
 BSTR BstrFromBytes(std::string_view bytes) {
