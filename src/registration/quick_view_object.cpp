@@ -135,7 +135,7 @@ STDMETHODIMP QuickViewObject::PrintListBox() {
     return Guard([&] { view_.PrintListBox(); });
 }
 
-STDMETHODIMP QuickViewObject::Show(VARIANT modal) {
+STDMETHODIMP QuickViewObject::Show(VARIANT modal, VARIANT) {
     return Guard([&] { view_.Show(IsMissing(&modal) || BoolFromVariant(modal)); });
 }
 STDMETHODIMP QuickViewObject::Hide() {

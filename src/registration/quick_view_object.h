@@ -40,7 +40,7 @@ class QuickViewObject : public DispatchObject<_lfQuickView>,
     STDMETHODIMP get_Pagina(SHORT* value) override;
     STDMETHODIMP get_LineasPagina(SHORT* value) override;
     STDMETHODIMP PrintListBox() override;
-    STDMETHODIMP Show(VARIANT modal) override;
+    STDMETHODIMP Show(VARIANT modal, VARIANT owner) override;
     STDMETHODIMP Hide() override;
 
     STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;

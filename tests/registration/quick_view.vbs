@@ -1,6 +1,6 @@
 ' lfQuickView as a late-bound host builds a report with it: paging, page breaks, alignments,
 ' width fitting, the margin and its error, the notify target and the event connection.
-' Show is not called: these runs have no desktop.
+' These runs have no desktop: Show must then return at once, modal or not.
 
 Dim qv, i, lines, width
 Set qv = CreateObject("PrinterFiscalCorvid.lfQuickView")
@@ -88,5 +88,15 @@ On Error GoTo 0
 
 Sub qv_ReportClicked(line, column, cancel)
 End Sub
+
+On Error Resume Next
+qv.Show
+CheckError "without a desktop a modal Show returns at once", 0, "", ""
+qv.Show 1, Nothing
+CheckError "Show takes the owner form a VB host names, and ignores it", 0, "", ""
+qv.Show False
+qv.Hide
+CheckError "a modeless Show and Hide", 0, "", ""
+On Error GoTo 0
 
 Finish
