@@ -44,6 +44,7 @@ for program in "$demo" "$driver"; do
     fi
 done
 
+end_wine_session "$build_dir/wineprefix"
 rm -rf "$work" "$shots"
 mkdir -p "$work" "$shots"
 windows_work="Z:${work//\//\\}"

@@ -7,3 +7,11 @@ export WINELOADER=$wine
 # Debian's winepath runs the default loader too: in a prefix made without 32-bit Wine that
 # loader cannot start. Windows paths come from the 64-bit one as well.
 winepath() { "$wine" winepath.exe "$@"; }
+# Ends the Wine session of prefix $1, if one is running. Its desktop keeps the display the
+# session started with: a run that needs a display (or none) must not join one that was
+# started otherwise, say by the test run just before it.
+end_wine_session() {
+    WINEPREFIX="$1" wineserver -k >/dev/null 2>&1
+    WINEPREFIX="$1" wineserver -w >/dev/null 2>&1
+    return 0
+}
