@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "host/message_pump.h"
+#include "serial/loopback_peer.h"
 #include "serial/port_devices.h"
 #include "serial/serial_ports.h"
 #include "serial/serial_test_support.h"
@@ -152,22 +153,15 @@ TEST_F(PtyTest, MissingDeviceFailsAtCreateFileWithTheSystemText) {
     EXPECT_EQ(ports_.LastCommError().description, std::strerror(ENOENT));
 }
 
-double CpuSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
 TEST_F(PtyTest, WaitReadableSleepsThroughSilenceWithoutBurningCpu) {
     ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
-    const double cpu_before = CpuSeconds();
+    const double cpu_before = ThreadCpuSeconds();
     const auto start = steady_clock::now();
     EXPECT_FALSE(ports_.CommWaitReadable(kPort, 200));
     const auto elapsed = steady_clock::now() - start;
     EXPECT_GE(elapsed, milliseconds(195));
     EXPECT_LT(elapsed, milliseconds(400));
-    EXPECT_LT(CpuSeconds() - cpu_before, 0.010);
+    EXPECT_LT(ThreadCpuSeconds() - cpu_before, 0.010);
 }
 
 TEST_F(PtyTest, WaitReadableWakesAsSoonAsBytesArrive) {
@@ -191,11 +185,11 @@ TEST_F(PtyTest, WaitReadableAfterThePrinterHangsUpSitsOutTheTime) {
     ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kSettings), 0);
     close(master_);
     master_ = -1;
-    const double cpu_before = CpuSeconds();
+    const double cpu_before = ThreadCpuSeconds();
     const auto start = steady_clock::now();
     EXPECT_FALSE(ports_.CommWaitReadable(kPort, 100));
     EXPECT_GE(steady_clock::now() - start, milliseconds(95));
-    EXPECT_LT(CpuSeconds() - cpu_before, 0.010);
+    EXPECT_LT(ThreadCpuSeconds() - cpu_before, 0.010);
 }
 
 TEST_F(PtyTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
