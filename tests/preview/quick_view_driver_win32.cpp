@@ -76,15 +76,15 @@ HWND WaitForWindow(const wchar_t* title, int milliseconds) {
     }
 }
 
+// A named CALLBACK, not a lambda: on 32-bit Windows the callback must be stdcall.
+BOOL CALLBACK AddChild(HWND child, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+    return TRUE;
+}
+
 std::vector<HWND> Children(HWND parent) {
     std::vector<HWND> children;
-    EnumChildWindows(
-        parent,
-        [](HWND child, LPARAM list) {
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&children));
+    EnumChildWindows(parent, AddChild, reinterpret_cast<LPARAM>(&children));
     return children;
 }
 
