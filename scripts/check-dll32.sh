@@ -67,7 +67,7 @@ done
 imports=$(sed -n 's/^\s*DLL Name: //p' <<<"$headers" | sort -fu)
 echo "imports: $(tr '\n' ' ' <<<"$imports")"
 # Windows' own DLLs, and the API sets newer toolchains name instead of msvcrt.
-system_dll='^(kernel32|user32|gdi32|advapi32|shell32|ole32|oleaut32|ws2_32|msvcrt|comdlg32|comctl32|api-ms-win-[a-z0-9-]+)\.dll$'
+system_dll='^((kernel32|user32|gdi32|advapi32|shell32|ole32|oleaut32|ws2_32|msvcrt|comdlg32|comctl32|api-ms-win-[a-z0-9-]+)\.dll|winspool\.drv)$'
 foreign=$(grep -viE "$system_dll" <<<"$imports" | grep -v '^$')
 runtime=$(grep -iE '^(libgcc_s|libstdc\+\+|libwinpthread)' <<<"$imports")
 if [ -z "$runtime" ]; then

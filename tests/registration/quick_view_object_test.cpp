@@ -25,8 +25,6 @@ constexpr IID kEvents = {
     0x17e1d203, 0x0031, 0x48df, {0x82, 0xc6, 0x7c, 0x4d, 0x75, 0x76, 0x97, 0x33}};
 constexpr CLSID kVBScript = {
     0xb54f3741, 0x5b07, 0x11cf, {0xa4, 0xb0, 0x00, 0xaa, 0x00, 0x4a, 0x55, 0xe8}};
-constexpr IID kActiveScriptParse64 = {
-    0xc7ef7658, 0xe1ee, 0x480e, {0x97, 0xea, 0xd5, 0x2c, 0xb4, 0xd7, 0x6d, 0x17}};
 
 // A host's object: counts its references, answers IDispatch (and `also`), and records
 // every call it gets.
@@ -309,8 +307,11 @@ TEST_F(QuickViewObjectTest, AVBScriptHandlerSetsCancelThroughTheReference) {
     ASSERT_EQ(CoCreateInstance(kVBScript, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
                                reinterpret_cast<void**>(&engine)),
               S_OK);
-    IActiveScriptParse64* parse = nullptr;
-    ASSERT_EQ(engine->QueryInterface(kActiveScriptParse64, reinterpret_cast<void**>(&parse)), S_OK);
+    // The 32-bit or 64-bit form of the interface, as the build is.
+    IActiveScriptParse* parse = nullptr;
+    ASSERT_EQ(
+        engine->QueryInterface(__uuidof(IActiveScriptParse), reinterpret_cast<void**>(&parse)),
+        S_OK);
     ScriptSite site;
     ASSERT_EQ(engine->SetScriptSite(&site), S_OK);
     ASSERT_EQ(parse->InitNew(), S_OK);
