@@ -13,8 +13,8 @@ namespace {
 DISPID MemberId(IDispatch* host_object, IDispatchEx** extended) {
     wchar_t name[] = L"ReportClicked";
     DISPID member = DISPID_UNKNOWN;
-    if (SUCCEEDED(
-            host_object->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(extended)))) {
+    if (SUCCEEDED(host_object->QueryInterface(__uuidof(IDispatchEx),
+                                              reinterpret_cast<void**>(extended)))) {
         BSTR text = SysAllocString(name);
         const HRESULT hr = (*extended)->GetDispID(text, fdexNameCaseInsensitive, &member);
         SysFreeString(text);
