@@ -8,7 +8,7 @@ FUZZ := build/fuzz
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-window test-windows32 test-fuzz demo bench fuzz soak format clean
+	test-automation test-window test-windows32 test-fuzz demo bench fuzz soak mutants format clean
 
 all: native windows windows32
 
@@ -79,6 +79,10 @@ fuzz: deps
 soak: windows windows32 native
 	@scripts/soak.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
 	@scripts/soak.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim
+
+# The mutation sample (tests/mutants/*.list): each one-line bug built and tested in turn.
+mutants: native windows
+	@scripts/mutants.sh
 
 demo: native
 	@$(NATIVE)/tools/corvid/corvid demo
