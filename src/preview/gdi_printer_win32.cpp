@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "preview/printer_error.h"
-#include "preview/windows_1252_text_win32.h"
+#include "text/windows_1252.h"
 
 namespace corvid::preview {
 namespace {
@@ -33,7 +33,7 @@ double GdiPrinter::ScaleWidth() { return Twips(page_.width, page_.dots_per_inch_
 double GdiPrinter::ScaleHeight() { return Twips(page_.height, page_.dots_per_inch_y); }
 
 double GdiPrinter::TextWidth(const std::string& text) {
-    const std::wstring wide = WideFromWindows1252(text);
+    const std::wstring wide = text::WideFromWindows1252(text);
     SIZE size{};
     GetTextExtentPoint32W(surface_->MeasureDc(), wide.c_str(), static_cast<int>(wide.size()),
                           &size);
@@ -70,7 +70,7 @@ void GdiPrinter::RealizeFont(double points) {
     HFONT font =
         CreateFontW(-pixels, 0, 0, 0, bold_ ? FW_BOLD : FW_NORMAL, italic_, FALSE, FALSE,
                     DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                    DEFAULT_PITCH | FF_DONTCARE, WideFromWindows1252(font_name_).c_str());
+                    DEFAULT_PITCH | FF_DONTCARE, text::WideFromWindows1252(font_name_).c_str());
     if (font == nullptr) return;
     HDC measure = surface_->MeasureDc();
     HGDIOBJ previous = SelectObject(measure, font);
@@ -87,7 +87,7 @@ void GdiPrinter::RealizeFont(double points) {
     font_size_ = scalable ? points : drawn * kPointsPerInch / page_.dots_per_inch_y;
 }
 
-std::string GdiPrinter::DeviceName() { return Windows1252FromWide(surface_->DeviceName()); }
+std::string GdiPrinter::DeviceName() { return text::Windows1252FromWide(surface_->DeviceName()); }
 
 void GdiPrinter::PrintLine(const std::string& text) {
     Draw(PageForLine(), text);
@@ -161,7 +161,7 @@ void GdiPrinter::ClosePage() {
 }
 
 void GdiPrinter::Draw(HDC dc, std::string_view text) {
-    const std::wstring wide = WideFromWindows1252(text);
+    const std::wstring wide = text::WideFromWindows1252(text);
     if (wide.empty()) return;
     const int length = static_cast<int>(wide.size());
     if (!TextOutW(dc, x_, y_, wide.c_str(), length)) AbandonJob();

@@ -2,17 +2,38 @@
 
 #include <new>
 
-#include "preview/windows_1252_text_win32.h"
-
 namespace corvid::registration {
 
-std::string BytesFromBstr(BSTR text) {
-    return preview::CodePageFromWide(CP_ACP, std::wstring_view(text, SysStringLen(text)));
+namespace {
+
+// A VB host's strings follow the system's ANSI code page, so the COM layer does too.
+std::wstring WideFromCodePage(UINT code_page, std::string_view bytes) {
+    if (bytes.empty()) return {};
+    const int length = static_cast<int>(bytes.size());
+    const int size = MultiByteToWideChar(code_page, 0, bytes.data(), length, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(size), L'\0');
+    MultiByteToWideChar(code_page, 0, bytes.data(), length, wide.data(), size);
+    return wide;
 }
 
-std::wstring WideFromBytes(std::string_view bytes) {
-    return preview::WideFromCodePage(CP_ACP, bytes);
+// Characters outside the code page become "?".
+std::string CodePageFromWide(UINT code_page, std::wstring_view wide) {
+    if (wide.empty()) return {};
+    const int length = static_cast<int>(wide.size());
+    const int size =
+        WideCharToMultiByte(code_page, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(code_page, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
 }
+
+}  // namespace
+
+std::string BytesFromBstr(BSTR text) {
+    return CodePageFromWide(CP_ACP, std::wstring_view(text, SysStringLen(text)));
+}
+
+std::wstring WideFromBytes(std::string_view bytes) { return WideFromCodePage(CP_ACP, bytes); }
 
 BSTR BstrFromBytes(std::string_view bytes) {
     const std::wstring wide = WideFromBytes(bytes);

@@ -4,9 +4,9 @@
 
 #include "corvid/command_line.h"
 #include "corvid/step_runner.h"
-#include "corvid/text_codec.h"
 #include "session/framing.h"
 #include "session/printer_fiscal.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -26,19 +26,19 @@ bool IsFailureMarker(const session::Fields& fields) {
 }  // namespace
 
 int SendCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
-    out << "Send " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";
+    out << "Send " << text::Utf8FromWindows1252(session::EscapeString(command)) << "\n";
     printer.Execute(command);
     if (!PrinterAccepted(printer)) {
         ShowFailure(printer, out);
         return kExitFailed;
     }
-    out << "  accepted; status: " << Cp1252ToUtf8(printer.explainSTS1()) << "; "
-        << Cp1252ToUtf8(printer.explainSTS2()) << "\n";
+    out << "  accepted; status: " << text::Utf8FromWindows1252(printer.explainSTS1()) << "; "
+        << text::Utf8FromWindows1252(printer.explainSTS2()) << "\n";
     return kExitAccepted;
 }
 
 int QueryCommand(session::PrinterFiscal& printer, const std::string& command, std::ostream& out) {
-    out << "Query " << Cp1252ToUtf8(session::EscapeString(command)) << "\n";
+    out << "Query " << text::Utf8FromWindows1252(session::EscapeString(command)) << "\n";
     const auto blocks = printer.GetMultipleResponses(command);
     if (!PrinterAccepted(printer) || (blocks.size() == 1 && IsFailureMarker(blocks[0]))) {
         ShowFailure(printer, out);
@@ -46,7 +46,8 @@ int QueryCommand(session::PrinterFiscal& printer, const std::string& command, st
     }
     for (std::size_t b = 0; b < blocks.size(); ++b) {
         out << "  block " << b + 1 << ":";
-        for (const std::string& field : blocks[b]) out << " [" << Cp1252ToUtf8(field) << "]";
+        for (const std::string& field : blocks[b])
+            out << " [" << text::Utf8FromWindows1252(field) << "]";
         out << "\n";
     }
     return kExitAccepted;

@@ -9,7 +9,7 @@
 
 #include "automation/vb_error.h"
 #include "corvid/date_text.h"
-#include "corvid/text_codec.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -68,7 +68,7 @@ const json& Array(const json& value, const std::string& where, bool mayBeEmpty) 
 
 std::string Text(const json& value, const std::string& where) {
     if (!value.is_string()) Fail(where, "expected a string, " + Found(value));
-    return Utf8ToCp1252(value.get<std::string>());
+    return text::Windows1252FromUtf8(value.get<std::string>());
 }
 
 double Number(const json& value, const std::string& where) {

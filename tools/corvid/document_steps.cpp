@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "automation/dates.h"
-#include "corvid/text_codec.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -61,7 +61,7 @@ std::string AddressText(const std::vector<std::string>& lines) {
 
 std::string ItemLabel(const char* kind, std::size_t number, const Item& item) {
     return std::string(kind) + " " + std::to_string(number) + ": " +
-           Cp1252ToUtf8(item.description) + ", " + NumberText(item.quantity) + " x " +
+           text::Utf8FromWindows1252(item.description) + ", " + NumberText(item.quantity) + " x " +
            MoneyText(item.price) + " at " + NumberText(item.rate) + "%";
 }
 
@@ -73,7 +73,8 @@ std::string PaymentLabel(std::size_t number, const Payment& payment) {
 }
 
 std::string CustomerLabel(const Customer& customer) {
-    return "customer: " + Cp1252ToUtf8(customer.name) + ", RIF " + Cp1252ToUtf8(customer.rif) +
+    return "customer: " + text::Utf8FromWindows1252(customer.name) + ", RIF " +
+           text::Utf8FromWindows1252(customer.rif) +
            (customer.address.empty()
                 ? ""
                 : ", " + std::to_string(customer.address.size()) + " address line" +
@@ -124,13 +125,14 @@ Steps CreditNoteSteps(const CreditNote& note) {
     Steps steps;
     const Customer customer = note.customer;
     const InvoiceReference invoice = note.invoice;
-    steps.push_back(
-        {CustomerLabel(customer) + "; invoice " + Cp1252ToUtf8(invoice.number) + " of printer " +
-             Cp1252ToUtf8(invoice.serial) + ", " + DateText(invoice.date),
-         [customer, invoice](DocumentPrinter& p) {
-             p.PasarDatosClienteNC(customer.name, customer.rif, AddressText(customer.address),
-                                   invoice.number, invoice.serial, invoice.date);
-         }});
+    steps.push_back({CustomerLabel(customer) + "; invoice " +
+                         text::Utf8FromWindows1252(invoice.number) + " of printer " +
+                         text::Utf8FromWindows1252(invoice.serial) + ", " + DateText(invoice.date),
+                     [customer, invoice](DocumentPrinter& p) {
+                         p.PasarDatosClienteNC(customer.name, customer.rif,
+                                               AddressText(customer.address), invoice.number,
+                                               invoice.serial, invoice.date);
+                     }});
     for (std::size_t i = 0; i < note.items.size(); ++i) {
         const Item item = note.items[i];
         steps.push_back({ItemLabel("refund", i + 1, item), [item](DocumentPrinter& p) {
@@ -151,9 +153,9 @@ Steps NonFiscalSteps(const std::vector<std::string>& lines) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string text = lines[i];
         const bool last = i + 1 == lines.size();
-        steps.push_back(
-            {"line " + std::to_string(i + 1) + (last ? " (closes): " : ": ") + Cp1252ToUtf8(text),
-             [text, last](DocumentPrinter& p) { p.PrintNoFiscal(text, last); }});
+        steps.push_back({"line " + std::to_string(i + 1) + (last ? " (closes): " : ": ") +
+                             text::Utf8FromWindows1252(text),
+                         [text, last](DocumentPrinter& p) { p.PrintNoFiscal(text, last); }});
     }
     return steps;
 }
@@ -165,12 +167,12 @@ Step ReportStep(char kind) {
 }
 
 Step HeaderStep(int line, const std::string& text) {
-    return {"header line " + std::to_string(line) + ": " + Cp1252ToUtf8(text),
+    return {"header line " + std::to_string(line) + ": " + text::Utf8FromWindows1252(text),
             [line, text](DocumentPrinter& p) { p.SetHeader(line, text); }};
 }
 
 Step FooterStep(int line, const std::string& text) {
-    return {"footer line " + std::to_string(line) + ": " + Cp1252ToUtf8(text),
+    return {"footer line " + std::to_string(line) + ": " + text::Utf8FromWindows1252(text),
             [line, text](DocumentPrinter& p) { p.SetFooter(line, text); }};
 }
 

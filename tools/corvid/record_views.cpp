@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "automation/dates.h"
-#include "corvid/text_codec.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 namespace {
@@ -21,7 +21,7 @@ std::string IsoDate(automation::Date value) {
     return text;
 }
 
-std::string Text(const std::string& printerText) { return Cp1252ToUtf8(printerText); }
+std::string Text(const std::string& printerText) { return text::Utf8FromWindows1252(printerText); }
 
 }  // namespace
 

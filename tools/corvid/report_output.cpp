@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "corvid/text_codec.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -13,7 +13,7 @@ ReportOutput::ReportOutput(std::ostream& out)
           while (start < text.size()) {
               std::size_t end = text.find("\r\n", start);
               if (end == std::string::npos) end = text.size();
-              out << Cp1252ToUtf8(text.substr(start, end - start)) << "\n";
+              out << text::Utf8FromWindows1252(text.substr(start, end - start)) << "\n";
               start = end + 2;
           }
           out << "-- end of preview --\n";

@@ -8,8 +8,8 @@
 #include "corvid/command_line.h"
 #include "corvid/record_views.h"
 #include "corvid/step_runner.h"
-#include "corvid/text_codec.h"
 #include "session/printer_fiscal.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 namespace {
@@ -42,7 +42,7 @@ int Failure(const session::PrinterFiscal& printer, const char* what, Output outp
                            {{"query", what},
                             {"pfError", printer.outcome().pfError},
                             {"DescripcionError",
-                             Cp1252ToUtf8(printer.outcome().DescripcionError)}}}}
+                             text::Utf8FromWindows1252(printer.outcome().DescripcionError)}}}}
                    .dump(2)
             << "\n";
     } else {
@@ -62,7 +62,7 @@ bool Ask(session::PrinterFiscal& printer, Query query, std::ostream& out) {
     } catch (const automation::VbError& error) {
         if (Answered(printer)) {
             out << "  the reply did not read: error " << error.number() << ", "
-                << Cp1252ToUtf8(error.description()) << "\n";
+                << text::Utf8FromWindows1252(error.description()) << "\n";
         }
         return false;
     }
@@ -103,9 +103,9 @@ int ShowStatus(session::PrinterFiscal& printer, Output output, std::ostream& out
     printer.GetStatus();
     if (!Answered(printer)) return Failure(printer, "Status", output, out);
     Report report(output);
-    report.Add("Status", {{"STS1", Cp1252ToUtf8(printer.explainSTS1())},
-                          {"STS2", Cp1252ToUtf8(printer.explainSTS2())},
-                          {"Serial", Cp1252ToUtf8(printer.SerialPrinter())},
+    report.Add("Status", {{"STS1", text::Utf8FromWindows1252(printer.explainSTS1())},
+                          {"STS2", text::Utf8FromWindows1252(printer.explainSTS2())},
+                          {"Serial", text::Utf8FromWindows1252(printer.SerialPrinter())},
                           {"model", ModelName(printer.tipoPrinter())}});
     const std::pair<const char*, std::function<RecordView()>> queries[] = {
         {"S1", [&] { return ViewOf(*printer.StatusS1()); }},

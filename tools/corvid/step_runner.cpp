@@ -2,8 +2,8 @@
 
 #include <ostream>
 
-#include "corvid/text_codec.h"
 #include "session/control_values.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -13,7 +13,7 @@ bool Accepted(const session::ExchangeOutcome& outcome) {
 
 void ExplainFailure(const session::ExchangeOutcome& outcome, const std::string& sts1,
                     const std::string& sts2, const char* indent, std::ostream& out) {
-    const std::string words = Cp1252ToUtf8(outcome.DescripcionError);
+    const std::string words = text::Utf8FromWindows1252(outcome.DescripcionError);
     // The status bytes shown must be ones the printer sent for this command: a printer
     // that did not answer leaves zeros, and a command the library refused never left.
     if (outcome.pfError == session::pfCommError) {
@@ -33,7 +33,8 @@ void ExplainFailure(const session::ExchangeOutcome& outcome, const std::string& 
     } else {
         out << indent << "printer: " << words << " (pfError " << outcome.pfError << ")\n";
     }
-    out << indent << "status:  " << Cp1252ToUtf8(sts1) << "; " << Cp1252ToUtf8(sts2) << "\n";
+    out << indent << "status:  " << text::Utf8FromWindows1252(sts1) << "; "
+        << text::Utf8FromWindows1252(sts2) << "\n";
 }
 
 bool RunSteps(DocumentPrinter& printer, const Steps& steps, std::ostream& out) {

@@ -20,11 +20,11 @@
 #include "corvid/status_commands.h"
 #include "corvid/step_runner.h"
 #include "corvid/test_mode_settings.h"
-#include "corvid/text_codec.h"
 #include "corvid/tool_prompts.h"
 #include "corvid/watchdog.h"
 #include "session/printer_fiscal.h"
 #include "session/process_state.h"
+#include "text/windows_1252.h"
 
 namespace corvid::tool {
 
@@ -50,8 +50,9 @@ class SessionOutput {
         auto& log = session::Process().trace;
         log.SetIsDebug(true);
         log.SetFileEnabled(false);
-        sink_ = log.AddSink(
-            [&out](const std::string& line) { out << "  | " << Cp1252ToUtf8(line) << "\n"; });
+        sink_ = log.AddSink([&out](const std::string& line) {
+            out << "  | " << text::Utf8FromWindows1252(line) << "\n";
+        });
     }
     ~SessionOutput() {
         if (sink_ != 0) session::Process().trace.RemoveSink(sink_);
@@ -71,15 +72,16 @@ Steps StepsOf(const Invocation& inv, const Document& document) {
             return CreditNoteSteps(std::get<CreditNote>(document));
         case Command::kNonFiscal: {
             std::vector<std::string> lines;
-            for (const std::string& word : inv.words) lines.push_back(Utf8ToCp1252(word));
+            for (const std::string& word : inv.words)
+                lines.push_back(text::Windows1252FromUtf8(word));
             return NonFiscalSteps(lines);
         }
         case Command::kReport:
             return {ReportStep(inv.reportKind)};
         case Command::kHeader:
-            return {HeaderStep(inv.line, Utf8ToCp1252(inv.words[0]))};
+            return {HeaderStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
         case Command::kFooter:
-            return {FooterStep(inv.line, Utf8ToCp1252(inv.words[0]))};
+            return {FooterStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
         case Command::kSetDate:
             return {SetDateStep(inv.when ? *inv.when : automation::DateOnly(automation::Now()))};
         case Command::kSetTime:
@@ -95,7 +97,7 @@ bool FiscalDocumentLeftOpen(session::PrinterFiscal& printer, std::ostream& out) 
     printer.GetStatus();
     // The low bits of STS1: 1 while a fiscal document is open, 2 a non-fiscal one.
     if (!Accepted(printer.outcome()) || (printer.outcome().STS1 & 0x03) != 1) return false;
-    out << "The document is still open (" << Cp1252ToUtf8(printer.explainSTS1())
+    out << "The document is still open (" << text::Utf8FromWindows1252(printer.explainSTS1())
         << "): the payments do not cover its total. Pay the rest, or cancel it with: "
            "corvid send 7\n";
     return true;
@@ -115,9 +117,11 @@ int RunOnPrinter(session::PrinterFiscal& printer, const PrinterTarget& target,
             if (inv.reportKind == 'Z') return CloseDay(printer, output, out);
             break;
         case Command::kSend:
-            return SendCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
+            return SendCommand(printer, ParseControlTags(text::Windows1252FromUtf8(inv.words[0])),
+                               out);
         case Command::kQuery:
-            return QueryCommand(printer, ParseControlTags(Utf8ToCp1252(inv.words[0])), out);
+            return QueryCommand(printer, ParseControlTags(text::Windows1252FromUtf8(inv.words[0])),
+                                out);
         case Command::kDemo:
             return RunDemo(printer, *target.simulator(), out);
         default:
@@ -150,7 +154,7 @@ int Run(const Invocation& inv, const Document& document, std::ostream& out, std:
         printer.Abrir(target.port());
     } catch (const automation::VbError& e) {
         err << "corvid: cannot open " << target.description() << ": "
-            << Cp1252ToUtf8(e.description()) << "\n";
+            << text::Utf8FromWindows1252(e.description()) << "\n";
         return kExitFailed;
     }
     const int status = RunOnPrinter(printer, target, inv, document, out);
@@ -191,7 +195,7 @@ int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std:
         return Run(inv, document, out, err);
     } catch (const automation::VbError& e) {
         err << "corvid: error " << e.number() << " from " << e.source() << ": "
-            << Cp1252ToUtf8(e.description()) << "\n";
+            << text::Utf8FromWindows1252(e.description()) << "\n";
     } catch (const std::exception& e) {
         err << "corvid: " << e.what() << "\n";
     }
