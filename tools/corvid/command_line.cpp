@@ -78,90 +78,188 @@ std::optional<PortChoice> PortOption(const CLI::Option* option, const std::strin
     return choice;
 }
 
-}  // namespace
-
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
-    ParsedCommandLine parsed;
+// What the parser fills in, before it is checked and becomes an Invocation.
+struct Arguments {
     Invocation inv;
-
-    CLI::App app{kDescription, "corvid"};
-    app.footer(kFooter);
-    app.require_subcommand(1);
-    // Global options may also follow the command.
-    app.fallthrough();
-
     std::string portText;
-    CLI::Option* portOption =
-        app.add_option("--port", portText, "COMn, a port number, or a device such as /dev/ttyUSB0");
-    app.add_flag("--trace", inv.trace, "show every line of the session trace");
-    app.add_flag("--test-mode", inv.testMode,
-                 "send nothing: show the commands a run would send, as a preview");
-    app.add_flag("--json", inv.json, "status, report z, summary and memory as JSON, for scripts");
-    app.add_option("--deadline", inv.deadlineSeconds,
-                   "give up after this many seconds, however the printer behaves")
-        ->check(DeadlineValidator())
-        ->capture_default_str();
-
+    CLI::Option* portOption = nullptr;
     std::string word;
     std::vector<std::string> lines;
     std::string dateOrTime;
     std::string reportKind;
+    std::vector<std::pair<Command, CLI::App*>> commands;
 
-    struct Entry {
-        Command command;
-        CLI::App* app;
-    };
-    std::vector<Entry> entries;
-    auto add = [&](Command command, const char* name, const char* help) {
+    CLI::App* Add(CLI::App& app, Command command, const char* name, const char* help) {
         CLI::App* sub = app.add_subcommand(name, help);
-        entries.push_back({command, sub});
+        commands.emplace_back(command, sub);
         return sub;
-    };
+    }
+};
 
-    add(Command::kStatus, "status",
-        "status bytes in words, the serial number, the S1 to S4 records");
-    add(Command::kSend, "send", "one checked exchange, e.g. send w (opens the cash drawer)")
-        ->add_option("COMMAND", word, "the command text")
+void AddGlobalOptions(CLI::App& app, Arguments& a) {
+    app.footer(kFooter);
+    app.require_subcommand(1);
+    // Global options may also follow the command.
+    app.fallthrough();
+    a.portOption = app.add_option("--port", a.portText,
+                                  "COMn, a port number, or a device such as /dev/ttyUSB0");
+    app.add_flag("--trace", a.inv.trace, "show every line of the session trace");
+    app.add_flag("--test-mode", a.inv.testMode,
+                 "send nothing: show the commands a run would send, as a preview");
+    app.add_flag("--json", a.inv.json, "status, report z, summary and memory as JSON, for scripts");
+    app.add_option("--deadline", a.inv.deadlineSeconds,
+                   "give up after this many seconds, however the printer behaves")
+        ->check(DeadlineValidator())
+        ->capture_default_str();
+}
+
+void AddPrinterCommands(CLI::App& app, Arguments& a) {
+    a.Add(app, Command::kStatus, "status",
+          "status bytes in words, the serial number, the S1 to S4 records");
+    a.Add(app, Command::kSend, "send", "one checked exchange, e.g. send w (opens the cash drawer)")
+        ->add_option("COMMAND", a.word, "the command text")
         ->required();
-    add(Command::kQuery, "query", "the fields of every block of the reply")
-        ->add_option("COMMAND", word, "the command text")
+    a.Add(app, Command::kQuery, "query", "the fields of every block of the reply")
+        ->add_option("COMMAND", a.word, "the command text")
         ->required();
-    add(Command::kSale, "sale", "run the sale described in a JSON file (see samples/sale.json)")
-        ->add_option("FILE", word, "the sale file")
+    a.Add(app, Command::kSale, "sale",
+          "run the sale described in a JSON file (see samples/sale.json)")
+        ->add_option("FILE", a.word, "the sale file")
         ->required();
-    add(Command::kCreditNote, "credit-note",
-        "run the credit note described in a JSON file (see samples/credit_note.json)")
-        ->add_option("FILE", word, "the credit-note file")
+    a.Add(app, Command::kCreditNote, "credit-note",
+          "run the credit note described in a JSON file (see samples/credit_note.json)")
+        ->add_option("FILE", a.word, "the credit-note file")
         ->required();
-    add(Command::kNonFiscal, "nonfiscal", "print a non-fiscal document, one line per TEXT")
-        ->add_option("TEXT", lines, "the lines; the last one closes the document")
+    a.Add(app, Command::kNonFiscal, "nonfiscal", "print a non-fiscal document, one line per TEXT")
+        ->add_option("TEXT", a.lines, "the lines; the last one closes the document")
         ->required();
-    add(Command::kReport, "report", "the X report or the Z report (daily closure)")
-        ->add_option("KIND", reportKind, "x or z")
+    a.Add(app, Command::kReport, "report", "the X report or the Z report (daily closure)")
+        ->add_option("KIND", a.reportKind, "x or z")
         ->required()
         ->check(ReportKindValidator());
-    CLI::App* header = add(Command::kHeader, "header", "program header line N");
-    header->add_option("N", inv.line, "line number")->required()->check(CLI::Range(1, 99));
-    header->add_option("TEXT", word, "the text, centred on 40 columns")->required();
-    CLI::App* footer = add(Command::kFooter, "footer", "program footer line N");
-    // A footer line number travels as one letter, A for 1 to Z for 26.
-    footer->add_option("N", inv.line, "line number")->required()->check(CLI::Range(1, 26));
-    footer->add_option("TEXT", word, "the text, centred on 40 columns")->required();
-    add(Command::kSetDate, "set-date", "set the printer's date")
-        ->add_option("DATE", dateOrTime, "dd-mm-yyyy; today when left out");
-    add(Command::kSetTime, "set-time", "set the printer's clock")
-        ->add_option("TIME", dateOrTime, "hh:mm:ss; now when left out");
-    add(Command::kSummary, "summary", "the summary of the last daily closure (closes nothing)");
-    CLI::App* memory = add(Command::kMemory, "memory", "the closures FROM to TO in fiscal memory");
-    memory->add_option("FROM", inv.from, "first closure number")
-        ->required()
-        ->check(CLI::Range(0, 999999));
-    memory->add_option("TO", inv.to, "last closure number")
-        ->required()
-        ->check(CLI::Range(0, 999999));
-    add(Command::kDemo, "demo",
-        "a sale, a credit note, the X and Z reports on the simulated printer, with its paper");
+}
 
+void AddSettingCommands(CLI::App& app, Arguments& a) {
+    CLI::App* header = a.Add(app, Command::kHeader, "header", "program header line N");
+    header->add_option("N", a.inv.line, "line number")->required()->check(CLI::Range(1, 99));
+    header->add_option("TEXT", a.word, "the text, centred on 40 columns")->required();
+    CLI::App* footer = a.Add(app, Command::kFooter, "footer", "program footer line N");
+    // A footer line number travels as one letter, A for 1 to Z for 26.
+    footer->add_option("N", a.inv.line, "line number")->required()->check(CLI::Range(1, 26));
+    footer->add_option("TEXT", a.word, "the text, centred on 40 columns")->required();
+    a.Add(app, Command::kSetDate, "set-date", "set the printer's date")
+        ->add_option("DATE", a.dateOrTime, "dd-mm-yyyy; today when left out");
+    a.Add(app, Command::kSetTime, "set-time", "set the printer's clock")
+        ->add_option("TIME", a.dateOrTime, "hh:mm:ss; now when left out");
+    a.Add(app, Command::kSummary, "summary",
+          "the summary of the last daily closure (closes nothing)");
+    CLI::App* memory =
+        a.Add(app, Command::kMemory, "memory", "the closures FROM to TO in fiscal memory");
+    memory->add_option("FROM", a.inv.from, "first closure number")
+        ->required()
+        ->check(CLI::Range(0, 999999));
+    memory->add_option("TO", a.inv.to, "last closure number")
+        ->required()
+        ->check(CLI::Range(0, 999999));
+    a.Add(app, Command::kDemo, "demo",
+          "a sale, a credit note, the X and Z reports on the simulated printer, with its paper");
+}
+
+// The command's own words into the invocation; throws Mistake.
+void TakeCommandWords(Arguments& a) {
+    Invocation& inv = a.inv;
+    switch (inv.command) {
+        case Command::kNonFiscal:
+            inv.words = a.lines;
+            break;
+        case Command::kReport:
+            inv.reportKind = a.reportKind == "z" || a.reportKind == "Z" ? 'Z' : 'X';
+            break;
+        case Command::kSetDate:
+            if (!a.dateOrTime.empty() && !(inv.when = ParseDayMonthYear(a.dateOrTime))) {
+                throw Mistake{"set-date: expected a date written dd-mm-yyyy, found '" +
+                              a.dateOrTime + "'"};
+            }
+            break;
+        case Command::kSetTime:
+            if (!a.dateOrTime.empty() && !(inv.when = ParseTimeOfDay(a.dateOrTime))) {
+                throw Mistake{"set-time: expected a time written hh:mm:ss, found '" + a.dateOrTime +
+                              "'"};
+            }
+            break;
+        case Command::kSend:
+        case Command::kQuery:
+        case Command::kSale:
+        case Command::kCreditNote:
+        case Command::kHeader:
+        case Command::kFooter:
+            inv.words = {a.word};
+            break;
+        case Command::kStatus:
+        case Command::kDemo:
+        case Command::kSummary:
+        case Command::kMemory:
+            break;
+    }
+}
+
+// The invocation of a command line the parser took; throws Mistake.
+Invocation Checked(CLI::App& app, Arguments& a) {
+    const std::vector<std::string> extras = app.remaining(true);
+    if (!extras.empty()) throw Mistake{"unexpected argument '" + extras.front() + "'"};
+    Invocation& inv = a.inv;
+    inv.command = std::find_if(a.commands.begin(), a.commands.end(), [](const auto& entry) {
+                      return entry.second->parsed();
+                  })->first;
+    inv.port = PortOption(a.portOption, a.portText);
+    if (inv.command == Command::kDemo && inv.port) {
+        throw Mistake{"demo runs on the built-in simulated printer; leave --port out"};
+    }
+    TakeCommandWords(a);
+    const bool reportsRecords = inv.command == Command::kStatus ||
+                                inv.command == Command::kSummary ||
+                                inv.command == Command::kMemory ||
+                                (inv.command == Command::kReport && inv.reportKind == 'Z');
+    if (inv.json && !reportsRecords) {
+        throw Mistake{"--json applies to status, report z, summary and memory"};
+    }
+    if (inv.command == Command::kMemory && inv.from > inv.to) {
+        throw Mistake{"memory: FROM comes after TO"};
+    }
+    return std::move(inv);
+}
+
+// The parser's complaint in the words the tool uses.
+std::string MistakeOf(CLI::App& app, const CLI::ParseError& error) {
+    const bool noCommand = app.get_subcommands().empty();
+    const std::string typed = noCommand ? FirstWord(app.remaining(true)) : std::string();
+    std::string message;
+    if (noCommand && !typed.empty()) {
+        message = "unknown command '" + typed + "'";
+    } else if (noCommand && dynamic_cast<const CLI::RequiredError*>(&error)) {
+        message = "no command given";
+    } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) {
+        // "--port: 1 required TEXT missing" in plainer words.
+        const std::string what = error.what();
+        message = what.substr(0, what.find(':')) + " needs a value";
+    } else {
+        message = error.what();
+    }
+    if (!noCommand && message.compare(0, 2, "--") != 0) {
+        message = app.get_subcommands().front()->get_name() + ": " + message;
+    }
+    return message;
+}
+
+}  // namespace
+
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
+    ParsedCommandLine parsed;
+    Arguments arguments;
+    CLI::App app{kDescription, "corvid"};
+    AddGlobalOptions(app, arguments);
+    AddPrinterCommands(app, arguments);
+    AddSettingCommands(app, arguments);
     // Leftover words are collected rather than refused by the parser, so that the message
     // can say "unknown command" rather than only that a command is required.
     app.allow_extras();
@@ -169,60 +267,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     std::vector<std::string> reversed(args.rbegin(), args.rend());
     try {
         app.parse(reversed);
-        const std::vector<std::string> extras = app.remaining(true);
-        if (!extras.empty()) throw Mistake{"unexpected argument '" + extras.front() + "'"};
-
-        const auto chosen = std::find_if(entries.begin(), entries.end(),
-                                         [](const Entry& e) { return e.app->parsed(); });
-        inv.command = chosen->command;
-        inv.port = PortOption(portOption, portText);
-        if (inv.command == Command::kDemo && inv.port) {
-            throw Mistake{"demo runs on the built-in simulated printer; leave --port out"};
-        }
-        switch (inv.command) {
-            case Command::kNonFiscal:
-                inv.words = lines;
-                break;
-            case Command::kReport:
-                inv.reportKind = reportKind == "z" || reportKind == "Z" ? 'Z' : 'X';
-                break;
-            case Command::kSetDate:
-                if (!dateOrTime.empty() && !(inv.when = ParseDayMonthYear(dateOrTime))) {
-                    throw Mistake{"set-date: expected a date written dd-mm-yyyy, found '" +
-                                  dateOrTime + "'"};
-                }
-                break;
-            case Command::kSetTime:
-                if (!dateOrTime.empty() && !(inv.when = ParseTimeOfDay(dateOrTime))) {
-                    throw Mistake{"set-time: expected a time written hh:mm:ss, found '" +
-                                  dateOrTime + "'"};
-                }
-                break;
-            case Command::kSend:
-            case Command::kQuery:
-            case Command::kSale:
-            case Command::kCreditNote:
-            case Command::kHeader:
-            case Command::kFooter:
-                inv.words = {word};
-                break;
-            case Command::kStatus:
-            case Command::kDemo:
-            case Command::kSummary:
-            case Command::kMemory:
-                break;
-        }
-        const bool reportsRecords = inv.command == Command::kStatus ||
-                                    inv.command == Command::kSummary ||
-                                    inv.command == Command::kMemory ||
-                                    (inv.command == Command::kReport && inv.reportKind == 'Z');
-        if (inv.json && !reportsRecords) {
-            throw Mistake{"--json applies to status, report z, summary and memory"};
-        }
-        if (inv.command == Command::kMemory && inv.from > inv.to) {
-            throw Mistake{"memory: FROM comes after TO"};
-        }
-        parsed.invocation = std::move(inv);
+        parsed.invocation = Checked(app, arguments);
         return parsed;
     } catch (const CLI::CallForHelp& help) {
         std::ostringstream out, err;
@@ -230,22 +275,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
         parsed.output = out.str();
         return parsed;
     } catch (const CLI::ParseError& error) {
-        const bool noCommand = app.get_subcommands().empty();
-        const std::string typed = noCommand ? FirstWord(app.remaining(true)) : std::string();
-        if (noCommand && !typed.empty()) {
-            parsed.error = "unknown command '" + typed + "'";
-        } else if (noCommand && dynamic_cast<const CLI::RequiredError*>(&error)) {
-            parsed.error = "no command given";
-        } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&error)) {
-            // "--port: 1 required TEXT missing" in plainer words.
-            const std::string what = error.what();
-            parsed.error = what.substr(0, what.find(':')) + " needs a value";
-        } else {
-            parsed.error = error.what();
-        }
-        if (!noCommand && parsed.error.compare(0, 2, "--") != 0) {
-            parsed.error = app.get_subcommands().front()->get_name() + ": " + parsed.error;
-        }
+        parsed.error = MistakeOf(app, error);
     } catch (const Mistake& mistake) {
         parsed.error = mistake.message;
     }
