@@ -3,7 +3,7 @@
 #include <string>
 
 #include "host/platform_settings_source.h"
-#include "support/scoped_env.h"
+#include "host/scoped_env.h"
 #include "support/temp_folder.h"
 
 namespace corvid::host {

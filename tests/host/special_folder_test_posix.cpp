@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "host/scoped_env.h"
 #include "host/special_folder.h"
 #include "host/trace_log.h"
 #include "support/fake_clock.h"
 #include "support/memory_settings_source.h"
-#include "support/scoped_env.h"
 #include "support/temp_folder.h"
 
 namespace corvid::host {

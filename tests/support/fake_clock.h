@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cmath>
-#include <functional>
-#include <utility>
 
 #include "automation/clock.h"
 #include "automation/dates.h"
@@ -18,12 +16,11 @@ class FakeClock : public Clock {
 
     float SecondsSinceMidnight() override { return static_cast<float>(seconds_); }
     Date Now() override { return CombineDateTime(Date{day_}, Date{seconds_ / 86400.0}); }
-    // Advances the time; the hook (if any) runs after the time moved.
+    // Advances the time.
     void SleepMilliseconds(int milliseconds) override {
         ++sleep_calls_;
         slept_milliseconds_ += milliseconds;
         Advance(milliseconds / 1000.0);
-        if (on_sleep_) on_sleep_(milliseconds);
     }
 
     // Sets the time of day, keeping the date.
@@ -41,9 +38,6 @@ class FakeClock : public Clock {
             day_ += 1;
         }
     }
-    // Called on every SleepMilliseconds with its argument (e.g. to deliver bytes to a port).
-    void SetOnSleep(std::function<void(int)> hook) { on_sleep_ = std::move(hook); }
-
     int sleep_calls() const { return sleep_calls_; }
     long long slept_milliseconds() const { return slept_milliseconds_; }
 
@@ -52,7 +46,6 @@ class FakeClock : public Clock {
     double seconds_;
     int sleep_calls_ = 0;
     long long slept_milliseconds_ = 0;
-    std::function<void(int)> on_sleep_;
 };
 
 }  // namespace corvid::automation

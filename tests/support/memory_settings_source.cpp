@@ -28,7 +28,6 @@ void MemorySettingsSource::Clear() {
 
 std::string MemorySettingsSource::ReadIniFile(const std::string& file, const std::string& section,
                                               const std::string& key) {
-    ++ini_reads_;
     const auto found = ini_.find(MakeKey(file, section, key));
     return found == ini_.end() ? std::string() : found->second;
 }
@@ -37,7 +36,6 @@ std::string MemorySettingsSource::ReadUserSetting(const std::string& application
                                                   const std::string& section,
                                                   const std::string& key,
                                                   const std::string& fallback) {
-    ++user_reads_;
     const auto found = user_.find(MakeKey(application, section, key));
     return found == user_.end() ? fallback : found->second;
 }

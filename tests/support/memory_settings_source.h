@@ -1,5 +1,5 @@
 // An in-memory settings source for tests: ini-file values and per-user values are set
-// separately, names compare without regard to case, and every lookup is counted.
+// separately and names compare without regard to case.
 // ScopedSettingsSource installs one for the life of a test and restores the previous source.
 #pragma once
 
@@ -27,17 +27,12 @@ class MemorySettingsSource : public SettingsSource {
     std::string ReadUserSetting(const std::string& application, const std::string& section,
                                 const std::string& key, const std::string& fallback) override;
 
-    int ini_reads() const { return ini_reads_; }
-    int user_reads() const { return user_reads_; }
-
   private:
     using Key = std::tuple<std::string, std::string, std::string>;
     static Key MakeKey(const std::string& a, const std::string& b, const std::string& c);
 
     std::map<Key, std::string> ini_;   // (file, section, key)
     std::map<Key, std::string> user_;  // (application, section, key)
-    int ini_reads_ = 0;
-    int user_reads_ = 0;
 };
 
 class ScopedSettingsSource {

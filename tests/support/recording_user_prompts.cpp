@@ -10,7 +10,7 @@ PromptAnswer RecordingUserPrompts::MessageBox(const std::string& text, PromptBut
         answers_.pop_front();
         return answer;
     }
-    return buttons == PromptButtons::kOk ? PromptAnswer::kOk : default_answer_;
+    return buttons == PromptButtons::kOk ? PromptAnswer::kOk : PromptAnswer::kYes;
 }
 
 std::string RecordingUserPrompts::InputBox(const std::string& prompt, const std::string& title,

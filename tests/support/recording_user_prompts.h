@@ -1,6 +1,6 @@
 // A fake for tests: records every message box and input box, and answers from a queue of
-// answers, or with a default once the queue is empty (Ok for an OK box, `default_answer`
-// for a Yes/No question, the default text for an input box).
+// answers, or with a default once the queue is empty (Ok for an OK box, Yes for a Yes/No
+// question, the default text for an input box).
 #pragma once
 
 #include <deque>
@@ -28,7 +28,6 @@ class RecordingUserPrompts : public UserPrompts {
 
     void QueueAnswer(PromptAnswer answer) { answers_.push_back(answer); }
     void QueueInput(const std::string& text) { inputs_.push_back(text); }
-    void set_default_answer(PromptAnswer answer) { default_answer_ = answer; }
 
     const std::vector<RecordedPrompt>& prompts() const { return prompts_; }
     // The texts of the message boxes and input boxes, in order.
@@ -38,7 +37,6 @@ class RecordingUserPrompts : public UserPrompts {
     std::vector<RecordedPrompt> prompts_;
     std::deque<PromptAnswer> answers_;
     std::deque<std::string> inputs_;
-    PromptAnswer default_answer_ = PromptAnswer::kYes;
 };
 
 }  // namespace corvid::host
