@@ -47,7 +47,7 @@ TEST_F(AmountFormatsTest, FallbackFormatsFollowFlag21) {
     }
 }
 
-TEST_F(AmountFormatsTest, SettingsWinOverTheFallbackAndAreReadOnce) {
+TEST_F(AmountFormatsTest, SettingsWinOverTheFallbackInPairsAndAreReadOnce) {
     Set("DigitosPrecio", "6");
     Set("DecimalesPrecio", "1");
     AmountFormats formats = Formats();
@@ -55,9 +55,7 @@ TEST_F(AmountFormatsTest, SettingsWinOverTheFallbackAndAreReadOnce) {
     Set("DigitosPrecio", "9");
     EXPECT_EQ(formats.Format(AmountKind::kPrice, 12.34), "000123");
     EXPECT_EQ(flagQueries_, 0);  // the printer is not asked when the settings answer
-}
-
-TEST_F(AmountFormatsTest, OneMissingSettingOfAPairMeansTheFallbackPair) {
+    // One missing setting of a pair means the fallback pair.
     Set("DigitosCantidad", "5");
     EXPECT_EQ(Formats().Format(AmountKind::kQuantity, 2), "00002000");
     EXPECT_EQ(flagQueries_, 1);
