@@ -29,16 +29,17 @@ std::string Joined(const StepCommands& commands) {
     return Joined(lines);
 }
 
-TEST(Builders, CommandsByteForByte) {
-    const std::string n40(40, 'N'), n45(45, 'N'), sp(40, ' ');
+struct Row {
+    std::string built, expected;
+};
+
+Variant I16(int value) { return Variant(static_cast<std::int16_t>(value)); }
+Variant I32(int value) { return Variant(static_cast<std::int32_t>(value)); }
+
+TEST(Builders, ItemAndCustomerCommandsByteForByte) {
+    const std::string n40(40, 'N'), n45(45, 'N');
     const double rates[] = {0, 8, 16};
-    const Variant moment(
-        automation::CombineDateTime(DateSerial(2024, 10, 31), automation::TimeSerial(9, 5, 7)));
-    const auto i16 = [](int v) { return Variant(static_cast<std::int16_t>(v)); };
-    const auto i32 = [](int v) { return Variant(static_cast<std::int32_t>(v)); };
-    const struct {
-        std::string built, expected;
-    } rows[] = {
+    const Row rows[] = {
         // Item lines: the rate character, then fixed fields; the description cut, not padded.
         {ClassicItemCommand(ItemKind::kSale, 1, "0000001250", "00002000", "PAN", 28),
          "!000000125000002000PAN"},
@@ -91,6 +92,14 @@ TEST(Builders, CommandsByteForByte) {
          "jR*J1@1|jS*" + n40 + "@2|jF*77" + std::string(20, ' ') + "@3|j1X@4"},
         {Joined(IniciarFacturaCommands("Ana", "V1", "Calle 5, casa 3", 10)),
          "iR*V1|iS*Ana|i01Calle 5,|i02casa 3"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(row.built, row.expected);
+}
+
+TEST(Builders, TotalsAndSettingCommandsByteForByte) {
+    const Variant moment(
+        automation::CombineDateTime(DateSerial(2024, 10, 31), automation::TimeSerial(9, 5, 7)));
+    const Row rows[] = {
         // Totals.
         {SubTotalCommand(true) + SubTotalCommand(false), "34"},
         {PercentDiscountCommand(12.345), "p-01234"},
@@ -106,15 +115,15 @@ TEST(Builders, CommandsByteForByte) {
         {PrintNoFiscalCommand(std::string(50, 'x'), false), "800" + std::string(40, 'x')},
         {PrintNoFiscalCommand("fin", true), "810fin"},
         {ReporteDiarioCommand("0", "Z"), "I0Z"},
-        {SetHeaderCommand(i16(1), ""), "PH1" + sp},
-        {SetHeaderCommand(i16(12), "0123456789"),
+        {SetHeaderCommand(I16(1), ""), "PH1" + std::string(40, ' ')},
+        {SetHeaderCommand(I16(12), "0123456789"),
          "PH12" + std::string(15, ' ') + "0123456789" + std::string(15, ' ')},
-        {SetHeaderCommand(i16(2), std::string(39, 'h')), "PH2" + std::string(39, 'h') + " "},
+        {SetHeaderCommand(I16(2), std::string(39, 'h')), "PH2" + std::string(39, 'h') + " "},
         {SetFooterCommand(2, std::string(41, 'f')), "PHB" + std::string(40, 'f')},
         {SetDateCommand(moment) + "|" + SetTimeCommand(moment), "PG311024|PF090507"},
-        {LoginCommand(i16(1)), "500001"},
-        {SetFlagCommand(i16(21), i16(1)), "PJ2101"},
-        {ReprintCommand("F", i32(123), i32(125)), "RF00001230000125"},
+        {LoginCommand(I16(1)), "500001"},
+        {SetFlagCommand(I16(21), I16(1)), "PJ2101"},
+        {ReprintCommand("F", I32(123), I32(125)), "RF00001230000125"},
         {ReprintCommand("z", Variant(DateSerial(2024, 10, 31)), Variant(DateSerial(2024, 11, 2))),
          "Rz02410310241102"},
     };
