@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "printer_fixture.h"
-#include "sim/options.h"
 
 namespace corvid::sim::testing {
 namespace {
@@ -166,9 +165,6 @@ TEST_F(DayTest, S1LayoutFollowsTheModelUnlessChosen) {
         Start(variant);
         EXPECT_EQ(S1().size(), 16u);
     }
-    Options options = ParseOptions({"--variant", "hka112", "--s1-layout", "short"});
-    EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
-    EXPECT_THROW(ParseOptions({"--s1-layout", "wide"}), std::invalid_argument);
 }
 
 }  // namespace
