@@ -26,6 +26,8 @@ std::string Bytes(std::initializer_list<int> values) {
 
 constexpr int IAC = 255, WILL = 251, WONT = 252, DO = 253, DONT = 254, SB = 250, SE = 240;
 constexpr int kComPort = 44;
+const std::string kAFFB = Bytes({'A', IAC, 'B'});
+const std::string kAFFFFB = Bytes({'A', IAC, IAC, 'B'});
 
 std::string ComPortMessage(const std::vector<int>& payload) {
     std::string out = Bytes({IAC, SB, kComPort});
@@ -45,10 +47,7 @@ TEST(TelnetDecoder, CommandsComeOutTheSameWhereverTheStreamIsCut) {
             decoder.Feed(stream.substr(0, i), data, commands);
             decoder.Feed(stream.substr(i, j - i), data, commands);
             decoder.Feed(stream.substr(j), data, commands);
-            ASSERT_EQ(data,
-                      "a\xFF"
-                      "bcde")
-                << i << " " << j;
+            ASSERT_EQ(data, Bytes({'a', IAC, 'b', 'c', 'd', 'e'})) << i << " " << j;
             ASSERT_EQ(commands.size(), 3u) << i << " " << j;
             EXPECT_EQ(commands[0].verb, WILL);
             EXPECT_EQ(commands[0].option, 1);
@@ -186,14 +185,9 @@ TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
     auto device = StartComPort();
     ASSERT_NE(device, nullptr);
     std::size_t written = 0;
-    ASSERT_FALSE(
-        device->Write("A\xFF"
-                      "B",
-                      written));
+    ASSERT_FALSE(device->Write(kAFFB, written));
     EXPECT_EQ(written, 3u);
-    EXPECT_EQ(far_->sent,
-              "A\xFF\xFF"
-              "B");
+    EXPECT_EQ(far_->sent, kAFFFFB);
     far_->incoming = {"x" + Bytes({IAC}), Bytes({IAC}) + "y" + Bytes({IAC, SB, kComPort}),
                       Bytes({107, 0x30, IAC}), Bytes({SE}) + "z"};
     std::string data;
@@ -209,13 +203,8 @@ TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
 
     auto raw = Start(Protocol::kRawTcp);
     far_->sent.clear();
-    ASSERT_FALSE(
-        raw->Write("A\xFF"
-                   "B",
-                   written));
-    EXPECT_EQ(far_->sent,
-              "A\xFF"
-              "B");
+    ASSERT_FALSE(raw->Write(kAFFB, written));
+    EXPECT_EQ(far_->sent, kAFFB);
     far_->incoming = {Bytes({IAC, WILL, kComPort})};
     ASSERT_FALSE(raw->Read(16, data));
     EXPECT_EQ(data, Bytes({IAC, WILL, kComPort}));
@@ -305,17 +294,12 @@ TEST_F(NetworkDeviceTest, AServerThatTakesNothingCostsAWriteItsTimeAndNoMore) {
     // Cut inside a doubled 0xFF: the byte counts as written and its second half goes first
     // next time, so the server never sees a lone IAC.
     far_->room = 2;
-    ASSERT_FALSE(
-        device->Write("a\xFF"
-                      "b",
-                      written));
+    ASSERT_FALSE(device->Write(Bytes({'a', IAC, 'b'}), written));
     EXPECT_EQ(written, 2u);
     far_->room = 100;
     ASSERT_FALSE(device->Write("c", written));
     EXPECT_EQ(written, 1u);
-    EXPECT_EQ(far_->sent,
-              "a\xFF\xFF"
-              "c");
+    EXPECT_EQ(far_->sent, Bytes({'a', IAC, IAC, 'c'}));
 }
 
 }  // namespace

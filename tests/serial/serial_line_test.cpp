@@ -6,7 +6,6 @@
 #include <string>
 #include <thread>
 
-#include "host/message_pump.h"
 #include "serial/loopback_peer.h"
 #include "serial/port_devices.h"
 #include "serial/printer_end.h"
@@ -150,16 +149,6 @@ TEST_P(SerialLineTest, WaitAfterThePrinterHangsUpSitsOutTheTime) {
     EXPECT_GE(steady_clock::now() - start, milliseconds(290));
     EXPECT_LT(steady_clock::now() - start, milliseconds(1000));
     EXPECT_LT(ThreadCpuSeconds() - cpu_before, kIdleCpuSeconds);
-}
-
-TEST_P(SerialLineTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
-    printer_->Send("ACK");
-    ASSERT_TRUE(ports_.CommWaitReadable(port(), 1000));
-    auto previous = host::SetHostYieldHook([this] { ports_.CommClose(port()); });
-    std::string data;
-    EXPECT_EQ(ports_.CommRead(port(), data, 4096), -1);
-    host::SetHostYieldHook(previous);
-    EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
 }
 
 INSTANTIATE_TEST_SUITE_P(Lines, SerialLineTest, ::testing::ValuesIn(AllLines()),

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "host/message_pump.h"
 #include "serial/port_devices.h"
 #include "serial/pty_printer_posix.h"
 #include "serial/serial_test_support.h"
@@ -56,9 +57,9 @@ TEST_F(PtyTest, LineSettingsAndLinesOnAPseudoTerminal) {
         const char* settings;
         tcflag_t set, clear;
     };
-    for (const Case& c : {Case{"baud=19200 parity=O", PARODD, 0},
-                          Case{"parity=E stop=2", CSTOPB, PARODD},
-                          Case{"parity=N data=7 stop=1", 0, PARODD | CSTOPB}}) {
+    for (const Case& c :
+         {Case{"baud=19200 parity=O", PARODD, 0}, Case{"parity=E stop=2", CSTOPB, PARODD},
+          Case{"parity=N data=7 stop=1", 0, PARODD | CSTOPB}}) {
         EXPECT_EQ(ports_.CommSet(kPort, c.settings), 0) << c.settings;
         termios tio{};
         ASSERT_EQ(tcgetattr(printer_.fd(), &tio), 0);
@@ -73,6 +74,17 @@ TEST_F(PtyTest, LineSettingsAndLinesOnAPseudoTerminal) {
     }
     EXPECT_NE(ports_.CommSetLine(kPort, 4, 1), 0);
     EXPECT_EQ(ports_.LastCommError().source, "CommSetLine (EscapeCommFunction)");
+}
+
+TEST_F(PtyTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
+    ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kLineSettings), 0);
+    printer_.Send("ACK");
+    ASSERT_TRUE(ports_.CommWaitReadable(kPort, 1000));
+    auto previous = host::SetHostYieldHook([this] { ports_.CommClose(kPort); });
+    std::string data;
+    EXPECT_EQ(ports_.CommRead(kPort, data, 4096), -1);
+    host::SetHostYieldHook(previous);
+    EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
 }
 
 TEST_F(PtyTest, MissingDeviceFailsAtCreateFileWithTheSystemText) {

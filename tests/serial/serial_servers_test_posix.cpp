@@ -23,8 +23,7 @@ using Ser2netTest = test_support::SerialTest;
 
 TEST_F(Ser2netTest, EveryByteValueAndTheLineSettingsReachTheServersPort) {
     PtyPrinter printer;
-    test_support::SerialServer server(
-                                      printer.SlavePath());
+    test_support::SerialServer server(printer.SlavePath());
     ASSERT_EQ(server.error(), "");
     SetPortDevice(kPort, server.Url());
     ASSERT_EQ(ports_.CommOpen(kPort, "COM11", kLineSettings), 0)
