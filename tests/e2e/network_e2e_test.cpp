@@ -1,12 +1,15 @@
 // A session with the simulated printer behind a serial device server (ser2net, speaking
 // the com-port protocol): the port's device names the server.
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
 
 #include "e2e/e2e_fixture.h"
-#include "serial/serial_servers_posix.h"
+#include "e2e/serial_server_posix.h"
 
 namespace corvid::e2e {
 namespace {
@@ -28,7 +31,8 @@ std::string SixDigits(int number) {
     return text;
 }
 
-// A sale and a closing read back from fiscal memory; then the server goes, and the reply
+// A sale and a closing read back from fiscal memory, the session's line settings applied
+// by the server; then the server goes, and the reply
 // waits end with the session's time-out, as a silent printer's do, and cost no CPU.
 TEST_F(SessionOnSimulator, ADayThroughADeviceServerThatThenGoes) {
     simulator_->ChangeState([](sim::FiscalState& s) { s.serial = "Z6B0004321"; });
@@ -41,6 +45,13 @@ TEST_F(SessionOnSimulator, ADayThroughADeviceServerThatThenGoes) {
     EXPECT_EQ(s.PasarItem("CAFE", automation::Currency::FromDouble(95), 2, 16), 0);
     EXPECT_EQ(s.CerrarComprobante(automation::Currency::FromDouble(300)), 0);
     EXPECT_NE(simulator_->PaperText().find("CAFE"), std::string::npos);
+    // The session's line settings reached the server's terminal.
+    termios tio{};
+    const int tty = open(simulator_->SlavePath().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    EXPECT_EQ(tcgetattr(tty, &tio), 0);
+    close(tty);
+    EXPECT_EQ(cfgetospeed(&tio), static_cast<speed_t>(B9600));
+    EXPECT_EQ(tio.c_cflag & CSTOPB, 0u);
     EXPECT_EQ(s.Execute("I0Z"), 0);
     const int closing = s.ResumenZ()->numeroUltimoZ;
     const auto before = FromHost(What::Ack);

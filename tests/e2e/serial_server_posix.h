@@ -1,5 +1,6 @@
 // A serial device server in front of a terminal, for tests: ser2net speaking the com-port
-// protocol, a child process listening on 127.0.0.1.
+// protocol, a child process listening on 127.0.0.1. It starts the terminal at 19200 baud,
+// no parity, two stop bits, so a test can tell the settings a client gave it.
 #pragma once
 
 #include <arpa/inet.h>
@@ -62,7 +63,7 @@ class SerialServer {
         const auto config = dir_ / "ser2net.yaml";
         std::ofstream(config) << "%YAML 1.1\n---\nconnection: &printer\n"
                               << "  accepter: telnet(rfc2217),tcp,127.0.0.1," << port_ << "\n"
-                              << "  connector: serialdev," << tty << ",9600e81,local\n";
+                              << "  connector: serialdev," << tty << ",19200n82,local\n";
         const std::string log = (dir_ / "server.log").string();
         const std::string pid = (dir_ / "ser2net.pid").string();
         const char* args[] = {"/usr/sbin/ser2net", "-d", "-u",        "-c",
