@@ -154,5 +154,32 @@ TEST_P(SerialLineTest, WaitAfterThePrinterHangsUpSitsOutTheTime) {
 INSTANTIATE_TEST_SUITE_P(Lines, SerialLineTest, ::testing::ValuesIn(AllLines()),
                          [](const auto& info) { return info.param.name; });
 
+using NetworkPortTest = test_support::SerialTest;
+
+TEST_F(NetworkPortTest, NoServerFailsTheOpenAtCreateFileWithTheSystemText) {
+    LoopbackPeer peer;
+    peer.StopListening();
+    struct Case {
+        std::string device;
+        std::int32_t number;  // 0: any failure
+    };
+    for (const Case& c :
+         {Case{peer.Url(), ConnectionRefusedNumber()}, Case{"tcp://corvid-printer.invalid:9100", 0},
+          Case{"tcp://127.0.0.1", 0}, Case{"rfc2217://:4000", 0}, Case{"tcp://host:0", 0}}) {
+        SCOPED_TRACE(c.device);
+        SetPortDevice(9, c.device);
+        const std::int32_t number = ports_.CommOpen(9, "COM9", kLineSettings);
+        EXPECT_NE(number, 0);
+        if (c.number != 0) {
+            EXPECT_EQ(number, c.number);
+        }
+        EXPECT_EQ(ports_.LastCommError().source, "CommOpen (CreateFile)");
+        const std::string text = ports_.LastCommError().description;
+        EXPECT_FALSE(text.empty());
+        EXPECT_EQ(text.find("System error"), std::string::npos) << text;
+    }
+    SetPortDevice(9, "");
+}
+
 }  // namespace
 }  // namespace corvid::serial
