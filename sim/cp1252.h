@@ -6,7 +6,7 @@
 
 namespace corvid::sim {
 
-// Bytes the code page leaves undefined become U+FFFD.
+// The five bytes the code page leaves undefined become the C1 controls of the same value.
 std::string Cp1252ToUtf8(std::string_view bytes);
 
 }  // namespace corvid::sim

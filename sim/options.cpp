@@ -97,91 +97,133 @@ std::string Usage() {
            "  of S2 is the open document: 0 none, 1 invoice, 2 credit note, 3 non-fiscal.\n";
 }
 
-Options ParseOptions(const std::vector<std::string>& args) {
+namespace {
+
+// What the options parsed so far make: the options themselves, and the model, which gives
+// the serial number unless one is named.
+struct Parsing {
     Options options;
-    FiscalState& printer = options.config.printer;
-    FaultPlan& faults = options.config.faults;
-    bool serialGiven = false;
     Variant variant = Variant::SRP350;
+    bool serialGiven = false;
+
+    FiscalState& printer() { return options.config.printer; }
+    FaultPlan& faults() { return options.config.faults; }
+};
+
+using Setter = void (*)(Parsing&, const std::string& option, const std::string& value);
+
+struct OptionSpec {
+    const char* name;
+    bool takesValue;
+    Setter set;
+};
+
+int Count(const std::string& option, const std::string& text) {
+    return static_cast<int>(Number(option, text, 0, 1000000));
+}
+std::chrono::milliseconds Millis(const std::string& option, const std::string& text) {
+    return std::chrono::milliseconds(Number(option, text, 0, 600000));
+}
+std::size_t Size(const std::string& option, const std::string& text, long low, long high) {
+    return static_cast<std::size_t>(Number(option, text, low, high));
+}
+S1Layout LayoutNamed(const std::string& option, const std::string& text) {
+    if (text != "short" && text != "long") {
+        throw std::invalid_argument(option + ": expected short or long");
+    }
+    return text == "short" ? S1Layout::Short : S1Layout::Long;
+}
+
+using Arg = const std::string&;
+
+// The printer's identity and the simulator's own settings.
+const OptionSpec kSettings[] = {
+    {"--help", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
+    {"-h", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
+    {"--variant", true, [](Parsing& p, Arg, Arg v) { p.variant = VariantNamed(v); }},
+    {"--serial", true,
+     [](Parsing& p, Arg, Arg v) {
+         p.printer().serial = v;
+         p.serialGiven = true;
+     }},
+    {"--s1-layout", true,
+     [](Parsing& p, Arg o, Arg v) { p.printer().s1Layout = LayoutNamed(o, v); }},
+    {"--layout", true, [](Parsing& p, Arg o, Arg v) { p.printer().s1Layout = LayoutNamed(o, v); }},
+    {"--memory", true, [](Parsing& p, Arg, Arg v) { p.printer().memory.SetPath(v); }},
+    {"--sts1", true,
+     [](Parsing& p, Arg o, Arg v) {
+         p.printer().forcedSts1 = static_cast<unsigned char>(Number(o, v, 0, 255));
+     }},
+    {"--sts2", true,
+     [](Parsing& p, Arg o, Arg v) {
+         p.printer().forcedSts2 = static_cast<unsigned char>(Number(o, v, 0, 255));
+     }},
+    {"--link", true, [](Parsing& p, Arg, Arg v) { p.options.config.linkPath = v; }},
+    {"--paper", true, [](Parsing& p, Arg, Arg v) { p.options.config.paperPath = v; }},
+    {"--pace", false, [](Parsing& p, Arg, Arg) { p.options.config.paced = true; }},
+    {"--transcript", false, [](Parsing& p, Arg, Arg) { p.options.printTranscript = true; }},
+};
+
+// Faults of the line.
+const OptionSpec kFaults[] = {
+    {"--nak", true, [](Parsing& p, Arg o, Arg v) { p.faults().nakBlocks = Count(o, v); }},
+    {"--ignore-blocks", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().ignoreBlocks = Count(o, v); }},
+    {"--silent-enq", true, [](Parsing& p, Arg o, Arg v) { p.faults().silentEnqs = Count(o, v); }},
+    {"--enq-prefix", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().enqPrefix.remaining = Count(o, v); }},
+    {"--eot-end", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().eotEnd.remaining = Count(o, v); }},
+    {"--garbage", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().garbage.remaining = Count(o, v); }},
+    {"--garbage-bytes", true,
+     [](Parsing& p, Arg, Arg v) { p.faults().garbageBytes = HexBytes(v); }},
+    {"--bad-check", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().badCheck.remaining = Count(o, v); }},
+    {"--oversize", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().oversize.remaining = Count(o, v); }},
+    {"--oversize-to", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().oversizeTo = Size(o, v, 1, 1000000); }},
+    {"--drop", true, [](Parsing& p, Arg o, Arg v) { p.faults().drop.remaining = Count(o, v); }},
+    {"--drop-after", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().dropAfter = Size(o, v, 0, 1000000); }},
+    {"--hang-up", false, [](Parsing& p, Arg, Arg) { p.faults().hangUpOnDrop = true; }},
+    {"--late", true,
+     [](Parsing& p, Arg o, Arg v) {
+         p.faults().late = {Count(o, v), kAnyReply, 0};
+     }},
+    {"--late-by", true, [](Parsing& p, Arg o, Arg v) { p.faults().lateBy = Millis(o, v); }},
+    {"--delay", true, [](Parsing& p, Arg o, Arg v) { p.faults().delay = Millis(o, v); }},
+    {"--chunk", true, [](Parsing& p, Arg o, Arg v) { p.faults().chunkSize = Size(o, v, 1, 4096); }},
+    {"--chunk-pause", true, [](Parsing& p, Arg o, Arg v) { p.faults().chunkPause = Millis(o, v); }},
+    {"--mute", false, [](Parsing& p, Arg, Arg) { p.faults().muted = true; }},
+};
+
+const OptionSpec& SpecOf(const std::string& option) {
+    for (const OptionSpec& spec : kSettings) {
+        if (option == spec.name) return spec;
+    }
+    for (const OptionSpec& spec : kFaults) {
+        if (option == spec.name) return spec;
+    }
+    throw std::invalid_argument("unknown option " + option);
+}
+
+}  // namespace
+
+Options ParseOptions(const std::vector<std::string>& args) {
+    Parsing parsing;
+    static const std::string kNone;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& option = args[i];
-        auto value = [&]() -> const std::string& {
-            if (i + 1 >= args.size()) throw std::invalid_argument(option + ": missing value");
-            return args[++i];
-        };
-        auto count = [&] { return static_cast<int>(Number(option, value(), 0, 1000000)); };
-        auto millis = [&] { return std::chrono::milliseconds(Number(option, value(), 0, 600000)); };
-        if (option == "--help" || option == "-h") {
-            options.help = true;
-        } else if (option == "--variant") {
-            variant = VariantNamed(value());
-        } else if (option == "--serial") {
-            printer.serial = value();
-            serialGiven = true;
-        } else if (option == "--s1-layout" || option == "--layout") {
-            const std::string& layout = value();
-            if (layout != "short" && layout != "long") {
-                throw std::invalid_argument(option + ": expected short or long");
-            }
-            printer.s1Layout = layout == "short" ? S1Layout::Short : S1Layout::Long;
-        } else if (option == "--memory") {
-            printer.memory.SetPath(value());
-        } else if (option == "--sts1") {
-            printer.forcedSts1 = static_cast<unsigned char>(Number(option, value(), 0, 255));
-        } else if (option == "--sts2") {
-            printer.forcedSts2 = static_cast<unsigned char>(Number(option, value(), 0, 255));
-        } else if (option == "--link") {
-            options.config.linkPath = value();
-        } else if (option == "--paper") {
-            options.config.paperPath = value();
-        } else if (option == "--pace") {
-            options.config.paced = true;
-        } else if (option == "--transcript") {
-            options.printTranscript = true;
-        } else if (option == "--nak") {
-            faults.nakBlocks = count();
-        } else if (option == "--ignore-blocks") {
-            faults.ignoreBlocks = count();
-        } else if (option == "--silent-enq") {
-            faults.silentEnqs = count();
-        } else if (option == "--enq-prefix") {
-            faults.enqPrefix.remaining = count();
-        } else if (option == "--eot-end") {
-            faults.eotEnd.remaining = count();
-        } else if (option == "--garbage") {
-            faults.garbage.remaining = count();
-        } else if (option == "--garbage-bytes") {
-            faults.garbageBytes = HexBytes(value());
-        } else if (option == "--bad-check") {
-            faults.badCheck.remaining = count();
-        } else if (option == "--oversize") {
-            faults.oversize.remaining = count();
-        } else if (option == "--oversize-to") {
-            faults.oversizeTo = static_cast<std::size_t>(Number(option, value(), 1, 1000000));
-        } else if (option == "--drop") {
-            faults.drop.remaining = count();
-        } else if (option == "--drop-after") {
-            faults.dropAfter = static_cast<std::size_t>(Number(option, value(), 0, 1000000));
-        } else if (option == "--hang-up") {
-            faults.hangUpOnDrop = true;
-        } else if (option == "--late") {
-            faults.late = {count(), kAnyReply, 0};
-        } else if (option == "--late-by") {
-            faults.lateBy = millis();
-        } else if (option == "--delay") {
-            faults.delay = millis();
-        } else if (option == "--chunk") {
-            faults.chunkSize = static_cast<std::size_t>(Number(option, value(), 1, 4096));
-        } else if (option == "--chunk-pause") {
-            faults.chunkPause = millis();
-        } else if (option == "--mute") {
-            faults.muted = true;
-        } else {
-            throw std::invalid_argument("unknown option " + option);
+        const OptionSpec& spec = SpecOf(option);
+        if (spec.takesValue && i + 1 >= args.size()) {
+            throw std::invalid_argument(option + ": missing value");
         }
+        spec.set(parsing, option, spec.takesValue ? args[++i] : kNone);
     }
-    if (!serialGiven) printer.serial = DefaultSerial(variant);
-    return options;
+    if (!parsing.serialGiven) parsing.printer().serial = DefaultSerial(parsing.variant);
+    return parsing.options;
 }
 
 }  // namespace corvid::sim

@@ -1,5 +1,6 @@
 // A day on the simulated printer: sales and a credit note, the Z closing, then the
 // closure read back from fiscal memory. The summary must add up to the receipts printed.
+#include <chrono>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -115,31 +116,14 @@ TEST_F(DayOnSimulator, TheClosingSummaryAddsUpToTheReceiptsAndStaysInFiscalMemor
     EXPECT_EQ(JsonHundredths(memory[0]["baseVG"]), printed.at("FACTURA BI G"));
 }
 
-TEST_F(DayOnSimulator, AClosingRefusedWhileADocumentIsOpenClosesNothing) {
-    session::PrinterFiscal& s = Prepared();
-    const std::int16_t before = s.ResumenZ()->numeroUltimoZ;
-    EXPECT_EQ(s.PasarItem("CAFE", Currency::FromDouble(95), 1, 16), 0);
-    // Refused with NAK: the exchange itself succeeded, so the summary read is the last
-    // closure's, and only resultFlag tells the refusal.
-    const auto refused = s.CerrarZ();
-    ASSERT_NE(refused, nullptr);
-    EXPECT_EQ(refused->numeroUltimoZ, before);
-    EXPECT_EQ(s.getEstadoDocumento()->MontoPorPagar, Currency::FromDouble(110.2));
-    EXPECT_EQ(s.CerrarComprobante(), 0);
-    EXPECT_EQ(s.CerrarZ()->numeroUltimoZ, before + 1);
-
-    // The tool shows the open document, and refuses to show the old summary as a closing.
-    EXPECT_EQ(s.PasarItem("CAFE", Currency::FromDouble(95), 1, 16), 0);
-    session_.reset();
-    const auto status = nlohmann::json::parse(Tool({"--json", "status"}));
-    EXPECT_EQ(status["S1"]["numeroCajero"], 7);
-    EXPECT_EQ(status["S2"]["subTotalVenta"], 95.0);
-    EXPECT_EQ(status["S2"]["tipoTrans"], 1);
-    EXPECT_EQ(status["S3"]["ValorTasa1"], 16.0);
-    std::ostringstream out, err;
-    EXPECT_EQ(tool::RunCommandLine({"--port", simulator_->SlavePath(), "report", "z"}, out, err),
-              1);
-    EXPECT_NE(out.str().find("refused"), std::string::npos) << out.str();
+// The waits for a reply end with its arrival: they add no slices of their own.
+TEST_F(SessionOnSimulator, AReplyIsSeenPromptlyAfterItArrives) {
+    session::PrinterFiscal& s = Open();
+    simulator_->SetReplyDelay(std::chrono::milliseconds(200));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(s.Execute("S1"), 0);
+    // Two delayed replies, the status and the data.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(400 + 60));
 }
 
 }  // namespace

@@ -54,12 +54,6 @@ class SessionOnSimulator : public ::testing::Test {
         EXPECT_EQ(s.Login(Variant(std::int16_t{7})), 0);
         return s;
     }
-    // The paper from the last document's first line on.
-    std::string LastDocument(const std::string& title) const {
-        const std::string paper = simulator_->PaperText();
-        const std::size_t at = paper.rfind(title);
-        return at == std::string::npos ? paper : paper.substr(at);
-    }
     std::size_t FromHost(What what) const {
         return simulator_->transcript().Count(Direction::HostToPrinter, what);
     }

@@ -117,8 +117,8 @@ struct Family {
 
 // A family answered with ACK: its return value and how many lines it printed.
 Family AckFamily(std::string name, std::function<void(Bench&)> setup,
-                 std::function<std::string(PrinterFiscal&)> call, std::string failed,
-                 std::string refused) {
+                 std::function<std::string(PrinterFiscal&)> call,
+                 std::string failed = "1; printed 0", std::string refused = "0; printed 0") {
     auto run = [call](Bench& b) {
         const int before = b.PaperLines();
         const std::string value = call(b.s());
@@ -156,34 +156,23 @@ std::vector<Family> Families() {
     using S = PrinterFiscal;
     const auto none = [](Bench&) {};
     return {
-        AckFamily(
-            "item line", OpenInvoice,
-            [](S& s) { return Text(s.PasarItem("CAFE", Currency::FromDouble(95), 1, 16)); },
-            "1; printed 0", "0; printed 0"),
+        AckFamily("item line", OpenInvoice,
+                  [](S& s) { return Text(s.PasarItem("CAFE", Currency::FromDouble(95), 1, 16)); }),
         AckFamily(
             "customer data", Prepare,
-            [](S& s) { return Text(s.PasarDatosCliente("ANA RUIZ", "V-87654321", "Calle 9")); },
-            "1; printed 0", "0; printed 0"),
+            [](S& s) { return Text(s.PasarDatosCliente("ANA RUIZ", "V-87654321", "Calle 9")); }),
         AckFamily(
             "subtotal", OpenInvoice, [](S& s) { return Text(s.SubTotal()); }, "True; printed 0",
             "False; printed 0"),
-        AckFamily(
-            "payment", OpenInvoice,
-            [](S& s) { return Text(s.CerrarConMedio(1, Currency::FromDouble(20))); },
-            "1; printed 0", "0; printed 0"),
-        AckFamily(
-            "non-fiscal", Prepare, [](S& s) { return Text(s.PrintNoFiscal("HOLA", false)); },
-            "1; printed 0", "0; printed 0"),
-        AckFamily(
-            "header", none,
-            [](S& s) { return Text(s.SetHeader(Variant(std::int16_t{2}), "SUCURSAL")); },
-            "1; printed 0", "0; printed 0"),
-        AckFamily(
-            "flag", none,
-            [](S& s) {
-                return Text(s.setFlag(Variant(std::int16_t{21}), Variant(std::int16_t{0})));
-            },
-            "1; printed 0", "0; printed 0"),
+        AckFamily("payment", OpenInvoice,
+                  [](S& s) { return Text(s.CerrarConMedio(1, Currency::FromDouble(20))); }),
+        AckFamily("non-fiscal", Prepare, [](S& s) { return Text(s.PrintNoFiscal("HOLA", false)); }),
+        AckFamily("header", none,
+                  [](S& s) { return Text(s.SetHeader(Variant(std::int16_t{2}), "SUCURSAL")); }),
+        AckFamily("flag", none,
+                  [](S& s) {
+                      return Text(s.setFlag(Variant(std::int16_t{21}), Variant(std::int16_t{0})));
+                  }),
         {"Response1", true, none,
          [](Bench& b) {
              const auto r = b.s().Response1();
@@ -301,11 +290,22 @@ unsigned CommandReply(const Family& f) { return f.data ? sim::kDataReply : sim::
 // The framed reply a frame fault can hit: the data, or for a lone ACK the status reply
 // that comes before it.
 unsigned FramedReply(const Family& f) { return f.data ? sim::kDataReply : sim::kStatusReply; }
-void Spare(sim::CountedFault& fault, const Family& f) {
-    if (f.data) fault.skip = f.spare;
-}
+unsigned DataReply(const Family&) { return sim::kDataReply; }
 bool Representative(const Family& f) {
     return f.name == "item line" || f.name == "numeroUltimaFactura";
+}
+
+// Arms the plan's counted fault `field` for one reply of the kind `reply` picks, letting
+// the family's spare data replies pass first; `more` sets the fault's own values.
+std::function<void(sim::Simulator&, const Family&)> Once(
+    sim::CountedFault sim::FaultPlan::*field, unsigned (*reply)(const Family&),
+    std::function<void(sim::FaultPlan&)> more = {}) {
+    return [=](sim::Simulator& p, const Family& f) {
+        p.ChangeFaults([&](sim::FaultPlan& plan) {
+            plan.*field = {1, reply(f), f.data ? f.spare : 0};
+            if (more) more(plan);
+        });
+    };
 }
 
 std::vector<Fault> Faults() {
@@ -325,57 +325,30 @@ std::vector<Fault> Faults() {
                                 "seven time-outs each; the same Execute path as the item line"};
          }},
         {"late 0.4s", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.HoldBackNextReplies(1, kLate, CommandReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.late, f); });
-         },
+         Once(&sim::FaultPlan::late, CommandReply, [](sim::FaultPlan& p) { p.lateBy = kLate; }),
          always(Expect::kIntact)},
         {"split 1B", 0,
          [](sim::Simulator& p, const Family&) { p.SetChunking(1, std::chrono::milliseconds(1)); },
          always(Expect::kIntact), 1.0},
-        {"ENQ first", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.PrefixNextRepliesWithEnq(1, CommandReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.enqPrefix, f); });
-         },
+        {"ENQ first", 0, Once(&sim::FaultPlan::enqPrefix, CommandReply),
          [](const Family& f) {
              return Expectation{f.data ? Expect::kIntact : Expect::kTwice, ""};
          }},
-        {"EOT end", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.EndNextRepliesWithEot(1, FramedReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.eotEnd, f); });
-         },
-         always(Expect::kIntact)},
-        {"garbage", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.SendGarbageBeforeNextReplies(1, CommandReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.garbage, f); });
-         },
+        {"EOT end", 0, Once(&sim::FaultPlan::eotEnd, FramedReply), always(Expect::kIntact)},
+        {"garbage", 0, Once(&sim::FaultPlan::garbage, CommandReply),
          [](const Family& f) {
              if (!f.data) return Expectation{Expect::kTwice, ""};
              return Expectation{f.spare > 0 ? Expect::kGarbled : Expect::kIntact, ""};
          }},
-        {"bad check", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.SpoilNextCheckBytes(1, FramedReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.badCheck, f); });
-         },
-         always(Expect::kIntact)},
-        {"dropped", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.DropLineInNextReplies(1, 3, FramedReply(f));
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.drop, f); });
-         },
+        {"bad check", 0, Once(&sim::FaultPlan::badCheck, FramedReply), always(Expect::kIntact)},
+        {"dropped", 0, Once(&sim::FaultPlan::drop, FramedReply),
          [](const Family& f) {
              if (!f.data) return Expectation{Expect::kAskedAgain, ""};
              return Expectation{f.spare > 0 ? Expect::kPartial : Expect::kResent, ""};
          }},
         {"5000 B", 0,
-         [](sim::Simulator& p, const Family& f) {
-             p.OversizeNextReplies(1, kOversize, sim::kDataReply);
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.oversize, f); });
-         },
+         Once(&sim::FaultPlan::oversize, DataReply,
+              [](sim::FaultPlan& p) { p.oversizeTo = kOversize; }),
          [](const Family& f) {
              if (f.data) return Expectation{Expect::kWhole, ""};
              return Expectation{Expect::kNotMeaningful,
@@ -387,10 +360,7 @@ std::vector<Fault> Faults() {
              return Expectation{f.data ? Expect::kStatusFailed : Expect::kGaveUp, ""};
          }},
         {"hang-up+MW", kMaxWait,
-         [](sim::Simulator& p, const Family& f) {
-             p.DropLineInNextReplies(1, 3, FramedReply(f), true);
-             p.ChangeFaults([&](sim::FaultPlan& plan) { Spare(plan.drop, f); });
-         },
+         Once(&sim::FaultPlan::drop, FramedReply, [](sim::FaultPlan& p) { p.hangUpOnDrop = true; }),
          [](const Family& f) {
              if (Representative(f)) return Expectation{Expect::kGaveUp, ""};
              return Expectation{Expect::kNotRun, "the same Execute path as \"ENQ mute+MW\""};
@@ -464,127 +434,85 @@ CellRun RunCell(host::MemorySettingsSource& settings, const Family& family, cons
     return run;
 }
 
+// The short name of each kind of outcome, in the order of Expect.
 const char* Code(Expect kind) {
-    switch (kind) {
-        case Expect::kIntact:
-            return "ok";
-        case Expect::kWhole:
-            return "whole";
-        case Expect::kResent:
-            return "resent";
-        case Expect::kAskedAgain:
-            return "reENQ";
-        case Expect::kRefused:
-            return "NAKx7";
-        case Expect::kCommError:
-            return "comm";
-        case Expect::kStatusFailed:
-            return "status";
-        case Expect::kGaveUp:
-            return "gaveup";
-        case Expect::kTwice:
-            return "TWICE";
-        case Expect::kPartial:
-            return "part";
-        case Expect::kGarbled:
-            return "garbl";
-        case Expect::kNotMeaningful:
-            return "n/a";
-        case Expect::kNotRun:
-            break;
-    }
-    return "-";
+    static const char* const kCodes[] = {"ok",    "whole",  "resent", "reENQ", "NAKx7",
+                                         "comm",  "status", "gaveup", "TWICE", "part",
+                                         "garbl", "n/a",    "-"};
+    return kCodes[static_cast<int>(kind)];
 }
 
 // Checks one cell against its expectation; returns what did not hold.
 std::vector<std::string> Check(const Family& family, const Fault& fault, Expect kind,
                                const CellRun& run, const CellRun& normal) {
     std::vector<std::string> wrong;
+    if (kind == Expect::kNotMeaningful || kind == Expect::kNotRun) return wrong;
     auto expect = [&](bool holds, const std::string& what) {
         if (!holds) wrong.push_back(what);
     };
     const Traffic& t = run.traffic;
     const Traffic& n = normal.traffic;
-    const auto pfError = [&](std::int32_t value, const std::string& text) {
-        expect(run.pfError == value, "pfError " + Text(run.pfError));
-        if (!text.empty()) expect(run.descripcion == text, "DescripcionError " + run.descripcion);
-    };
-    const auto intact = [&] {
-        pfError(session::pfOk, "");
-        expect(run.result.full == normal.result.full, "result " + run.result.summary);
-    };
+    const std::string& got = run.result.summary;
+    const std::string traffic = "blocks " + Text(t.blocks) + ", ENQs " + Text(t.enqs);
+    const bool failed = kind == Expect::kCommError || kind == Expect::kStatusFailed ||
+                        kind == Expect::kGaveUp || kind == Expect::kPartial;
+    expect(run.pfError == (failed ? session::pfCommError : session::pfOk),
+           "pfError " + Text(run.pfError));
+    if (failed) {
+        expect(run.descripcion == (kind == Expect::kGaveUp ? kGaveUpText : kCommErrorText),
+               "DescripcionError " + run.descripcion);
+    }
     double timeOuts = 0;
     switch (kind) {
         case Expect::kIntact:
-            intact();
-            expect(t.blocks == n.blocks, "blocks " + Text(t.blocks));
+        case Expect::kResent:
+        case Expect::kAskedAgain:
+            expect(run.result.full == normal.result.full, "result " + got);
+            expect(t.blocks == n.blocks + (kind == Expect::kResent ? 1 : 0), traffic);
+            if (kind != Expect::kIntact) {
+                expect(t.enqs == n.enqs + 1, traffic);
+                timeOuts = 1;
+            }
             break;
         case Expect::kWhole:
             // The blanks end up in the last field, which some records then read otherwise.
-            pfError(session::pfOk, "");
-            expect(run.result.summary == normal.result.summary, "result " + run.result.summary);
+            expect(got == normal.result.summary, "result " + got);
             expect(run.lastReplySize == kOversize + 2, "collected " + Text(run.lastReplySize));
-            expect(t.blocks == n.blocks, "blocks " + Text(t.blocks));
-            break;
-        case Expect::kResent:
-            intact();
-            expect(t.blocks == n.blocks + 1, "blocks " + Text(t.blocks));
-            expect(t.enqs == n.enqs + 1, "ENQs " + Text(t.enqs));
-            timeOuts = 1;
-            break;
-        case Expect::kAskedAgain:
-            intact();
-            expect(t.blocks == n.blocks, "blocks " + Text(t.blocks));
-            expect(t.enqs == n.enqs + 1, "ENQs " + Text(t.enqs));
-            timeOuts = 1;
+            expect(t.blocks == n.blocks, traffic);
             break;
         case Expect::kRefused:
-            pfError(session::pfOk, "");
             expect(t.naks == 7, "NAKs " + Text(t.naks));
             // Unless a series went on with its next command, the refusal is the last word.
             if (t.blocks == 7) expect(run.resultFlag == session::NAK, "resultFlag not NAK");
-            expect(t.blocks == n.blocks + 6, "blocks " + Text(t.blocks));
-            expect(run.result.summary == family.refused, "result " + run.result.summary);
+            expect(t.blocks == n.blocks + 6, traffic);
+            expect(got == family.refused, "result " + got);
             break;
         case Expect::kCommError:
-            pfError(session::pfCommError, kCommErrorText);
-            expect(t.blocks == 7, "blocks " + Text(t.blocks));
-            expect(t.enqs == 7 + (family.data ? 1 : 0), "ENQs " + Text(t.enqs));
-            expect(run.result.summary == family.failed, "result " + run.result.summary);
+            expect(t.blocks == 7 && t.enqs == 7 + (family.data ? 1 : 0), traffic);
+            expect(got == family.failed, "result " + got);
             timeOuts = 7;
             break;
         case Expect::kStatusFailed:
-            pfError(session::pfCommError, kCommErrorText);
-            expect(t.blocks == 0 && t.enqs == 1, "ENQs " + Text(t.enqs));
-            expect(run.result.summary == family.failed, "result " + run.result.summary);
-            timeOuts = 1;
-            break;
         case Expect::kGaveUp:
-            pfError(session::pfCommError, kGaveUpText);
-            expect(t.blocks <= 1, "blocks " + Text(t.blocks));
-            expect(run.result.summary == family.failed, "result " + run.result.summary);
-            timeOuts = kMaxWait / kTimeOut;
+            // The query's own status request failed, or MaxWait was spent.
+            expect(kind == Expect::kGaveUp ? t.blocks <= 1 : t.blocks == 0 && t.enqs == 1, traffic);
+            expect(got == family.failed, "result " + got);
+            timeOuts = kind == Expect::kGaveUp ? kMaxWait / kTimeOut : 1;
             break;
         case Expect::kTwice:
             // Sent once more; a printer that refuses the repeat draws the NAKs that are left.
-            pfError(session::pfOk, "");
-            expect(t.duplicates >= 1, "sent again " + Text(t.duplicates));
-            expect(t.blocks == n.blocks + t.duplicates, "blocks " + Text(t.blocks));
+            expect(t.duplicates >= 1 && t.blocks == n.blocks + t.duplicates,
+                   traffic + ", sent again " + Text(t.duplicates));
             timeOuts = 1;
             break;
         case Expect::kPartial:
-            pfError(session::pfCommError, kCommErrorText);
-            expect(run.result.summary.starts_with("1 closures"), "result " + run.result.summary);
+            expect(got.starts_with("1 closures"), "result " + got);
             timeOuts = 1;
             break;
-        case Expect::kGarbled:
-            pfError(session::pfOk, "");
-            expect(t.blocks == n.blocks, "blocks " + Text(t.blocks));
+        default:  // kGarbled
+            expect(t.blocks == n.blocks, traffic);
             expect(run.result.full != normal.result.full, "result unchanged");
             break;
-        case Expect::kNotMeaningful:
-        case Expect::kNotRun:
-            return wrong;
     }
     if (kind != Expect::kTwice) {
         expect(t.duplicates == 0, "sent again " + Text(t.duplicates));

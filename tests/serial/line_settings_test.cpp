@@ -5,24 +5,31 @@
 namespace corvid::serial {
 namespace {
 
+// Keys and values ignore case and extra blanks; what is not named stays unset.
 TEST(ParseLineSettings, ReadsThePrinterSettings) {
-    auto settings = ParseLineSettings("baud=9600 parity=E data=8 stop=1");
-    ASSERT_TRUE(settings.has_value());
-    EXPECT_EQ(settings->baud, 9600u);
-    EXPECT_EQ(settings->parity, Parity::kEven);
-    EXPECT_EQ(settings->data_bits, 8);
-    EXPECT_EQ(settings->stop_bits, StopBits::kOne);
-    EXPECT_FALSE(settings->xon_xoff.has_value());
-}
-
-TEST(ParseLineSettings, KeysAndValuesIgnoreCaseAndExtraBlanks) {
-    auto settings = ParseLineSettings("  BAUD=19200   Parity=o  DATA=7 Stop=1.5 xon=ON dtr=hs ");
-    ASSERT_TRUE(settings.has_value());
-    EXPECT_EQ(settings->baud, 19200u);
-    EXPECT_EQ(settings->parity, Parity::kOdd);
-    EXPECT_EQ(settings->data_bits, 7);
-    EXPECT_EQ(settings->stop_bits, StopBits::kOneAndHalf);
-    EXPECT_EQ(settings->xon_xoff, true);
+    struct Case {
+        const char* text;
+        std::optional<std::uint32_t> baud;
+        std::optional<Parity> parity;
+        std::optional<int> data_bits;
+        std::optional<StopBits> stop_bits;
+        std::optional<bool> xon_xoff;
+    };
+    for (const Case& c :
+         {Case{"baud=9600 parity=E data=8 stop=1", 9600, Parity::kEven, 8, StopBits::kOne, {}},
+          Case{"  BAUD=19200   Parity=o  DATA=7 Stop=1.5 xon=ON dtr=hs ", 19200, Parity::kOdd, 7,
+               StopBits::kOneAndHalf, true},
+          Case{"parity=m stop=2 xon=off", {}, Parity::kMark, {}, StopBits::kTwo, false},
+          Case{"parity=n", {}, Parity::kNone, {}, {}, {}}}) {
+        SCOPED_TRACE(c.text);
+        auto settings = ParseLineSettings(c.text);
+        ASSERT_TRUE(settings.has_value());
+        EXPECT_EQ(settings->baud, c.baud);
+        EXPECT_EQ(settings->parity, c.parity);
+        EXPECT_EQ(settings->data_bits, c.data_bits);
+        EXPECT_EQ(settings->stop_bits, c.stop_bits);
+        EXPECT_EQ(settings->xon_xoff, c.xon_xoff);
+    }
 }
 
 TEST(ParseLineSettings, RefusesWhatTheDeviceCannotTake) {

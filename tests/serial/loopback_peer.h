@@ -7,25 +7,25 @@
 #include <memory>
 #include <string>
 
+#include "serial/printer_end.h"
+
 namespace corvid::serial {
 
-class LoopbackPeer {
+class LoopbackPeer : public PrinterEnd {
   public:
     // Listens on a free port.
     LoopbackPeer();
-    ~LoopbackPeer();
+    ~LoopbackPeer() override;
     LoopbackPeer(const LoopbackPeer&) = delete;
     LoopbackPeer& operator=(const LoopbackPeer&) = delete;
 
-    std::uint16_t port() const { return port_; }
-    std::string Url(const char* scheme = "tcp") const;
+    std::string Url() const { return "tcp://127.0.0.1:" + std::to_string(port_); }
     // Takes the next connection; false when none came within `timeout`.
     bool Accept(std::chrono::milliseconds timeout);
-    void Send(const std::string& bytes);
-    // What arrived until `expected` bytes came, the connection closed or `timeout` passed.
-    std::string Receive(std::size_t expected, std::chrono::milliseconds timeout);
+    void Send(const std::string& bytes) override;
+    std::string Receive(std::size_t expected, std::chrono::milliseconds timeout) override;
     // Closes the accepted connection; the port goes on listening.
-    void Hangup();
+    void HangUp() override;
     // Closes the listening socket too: connections to the port are refused from now on.
     void StopListening();
 
@@ -37,7 +37,5 @@ class LoopbackPeer {
 
 // What a connect to a port nobody listens on fails with here.
 std::int32_t ConnectionRefusedNumber();
-// CPU time this thread has used, in seconds.
-double ThreadCpuSeconds();
 
 }  // namespace corvid::serial

@@ -26,10 +26,12 @@ std::string Bytes(std::initializer_list<int> values) {
 
 constexpr int IAC = 255, WILL = 251, WONT = 252, DO = 253, DONT = 254, SB = 250, SE = 240;
 constexpr int kComPort = 44;
+const std::string kAFFB = Bytes({'A', IAC, 'B'});
+const std::string kAFFFFB = Bytes({'A', IAC, IAC, 'B'});
 
-std::string ComPortMessage(std::initializer_list<int> payload) {
+std::string ComPortMessage(const std::vector<int>& payload) {
     std::string out = Bytes({IAC, SB, kComPort});
-    out += Bytes(payload);
+    for (int v : payload) out += static_cast<char>(v);
     return out + Bytes({IAC, SE});
 }
 
@@ -45,10 +47,7 @@ TEST(TelnetDecoder, CommandsComeOutTheSameWhereverTheStreamIsCut) {
             decoder.Feed(stream.substr(0, i), data, commands);
             decoder.Feed(stream.substr(i, j - i), data, commands);
             decoder.Feed(stream.substr(j), data, commands);
-            ASSERT_EQ(data,
-                      "a\xFF"
-                      "bcde")
-                << i << " " << j;
+            ASSERT_EQ(data, Bytes({'a', IAC, 'b', 'c', 'd', 'e'})) << i << " " << j;
             ASSERT_EQ(commands.size(), 3u) << i << " " << j;
             EXPECT_EQ(commands[0].verb, WILL);
             EXPECT_EQ(commands[0].option, 1);
@@ -110,58 +109,66 @@ TEST_F(NetworkDeviceTest, OpeningOffersTheComPortAndAnswersOnlyWhatChanges) {
 }
 
 TEST_F(NetworkDeviceTest, AServerThatRefusesIsSilentOrHangsUpFailsTheOpen) {
-    far_->incoming.push_back(Bytes({IAC, DONT, kComPort}));
-    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
-    EXPECT_EQ(failure_.call, "CreateFile");
-    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kProtocolRefused).number);
-
-    const auto start = steady_clock::now();
-    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
-    EXPECT_GE(steady_clock::now() - start, timings_.open);
-    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kTimedOut).number);
-
-    far_->closed_by_peer = true;
-    EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
-    EXPECT_EQ(failure_.number, NetworkFailure("", NetworkProblem::kConnectionLost).number);
-    EXPECT_EQ(failure_.call, "CreateFile");
+    struct Case {
+        std::string answer;
+        bool hangsUp;
+        NetworkProblem problem;
+    };
+    for (const Case& c :
+         {Case{Bytes({IAC, DONT, kComPort}), false, NetworkProblem::kProtocolRefused},
+          Case{"", false, NetworkProblem::kTimedOut},
+          Case{"", true, NetworkProblem::kConnectionLost}}) {
+        far_ = std::make_shared<FakeFarEnd>();
+        if (!c.answer.empty()) far_->incoming.push_back(c.answer);
+        far_->closed_by_peer = c.hangsUp;
+        const auto start = steady_clock::now();
+        EXPECT_EQ(Start(Protocol::kTelnetComPort), nullptr);
+        EXPECT_EQ(failure_.call, "CreateFile");
+        EXPECT_EQ(failure_.number, NetworkFailure("", c.problem).number);
+        if (c.problem == NetworkProblem::kTimedOut) {
+            EXPECT_GE(steady_clock::now() - start, timings_.open);
+        }
+    }
 }
 
-TEST_F(NetworkDeviceTest, SettingsBecomeComPortMessages) {
+// Settings and line functions become com-port messages; a value byte of 0xFF travels
+// doubled, and flow control is one SET-CONTROL.
+TEST_F(NetworkDeviceTest, SettingsAndLineFunctionsBecomeComPortMessages) {
     auto device = StartComPort();
     ASSERT_NE(device, nullptr);
-    ASSERT_FALSE(device->Prepare("baud=9600 parity=E data=8 stop=1"));
-    EXPECT_EQ(far_->sent, ComPortMessage({12, 3}) + ComPortMessage({1, 0, 0, 0x25, 0x80}) +
-                              ComPortMessage({2, 8}) + ComPortMessage({3, 3}) +
-                              ComPortMessage({4, 1}));
-
-    // A value byte of 0xFF travels doubled; flow control is one SET-CONTROL.
-    far_->sent.clear();
-    ASSERT_FALSE(device->ApplySettings("baud=511 parity=m stop=1.5 xon=on"));
-    EXPECT_EQ(far_->sent, ComPortMessage({1, 0, 0, 1, IAC, IAC}) + ComPortMessage({3, 4}) +
-                              ComPortMessage({4, 3}) + ComPortMessage({5, 2}));
-    far_->sent.clear();
-    ASSERT_FALSE(device->ApplySettings("xon=on octs=on"));
-    EXPECT_EQ(far_->sent, ComPortMessage({5, 3}));
-
+    struct Case {
+        std::string settings;
+        std::vector<std::vector<int>> messages;
+    };
+    const Case cases[] = {
+        {"baud=9600 parity=E data=8 stop=1",
+         {{12, 3}, {1, 0, 0, 0x25, 0x80}, {2, 8}, {3, 3}, {4, 1}}},
+        {"baud=511 parity=m stop=1.5 xon=on", {{1, 0, 0, 1, IAC, IAC}, {3, 4}, {4, 3}, {5, 2}}},
+        {"xon=on octs=on", {{5, 3}}},
+    };
+    for (const Case& c : cases) {
+        far_->sent.clear();
+        ASSERT_FALSE(c.settings.starts_with("baud=9600") ? device->Prepare(c.settings)
+                                                         : device->ApplySettings(c.settings));
+        std::string expected;
+        for (const auto& message : c.messages) expected += ComPortMessage(message);
+        EXPECT_EQ(far_->sent, expected) << c.settings;
+    }
     far_->sent.clear();
     auto failed = device->ApplySettings("baud=fast");
     ASSERT_TRUE(failed);
     EXPECT_EQ(failed->call, "BuildCommDCB");
-    EXPECT_EQ(far_->sent, "");
-}
 
-TEST_F(NetworkDeviceTest, LineFunctionsReachTheServerOnlyOverTheComPortProtocol) {
-    auto device = StartComPort();
-    ASSERT_NE(device, nullptr);
-    for (auto function :
-         {LineFunction::kSetDtr, LineFunction::kClearDtr, LineFunction::kSetRts,
-          LineFunction::kClearRts, LineFunction::kSetBreak, LineFunction::kClearBreak}) {
+    const std::pair<LineFunction, int> functions[] = {
+        {LineFunction::kSetDtr, 8},   {LineFunction::kClearDtr, 9},
+        {LineFunction::kSetRts, 11},  {LineFunction::kClearRts, 12},
+        {LineFunction::kSetBreak, 5}, {LineFunction::kClearBreak, 6}};
+    for (const auto& [function, code] : functions) {
         EXPECT_FALSE(device->Escape(function));
+        EXPECT_EQ(far_->sent, ComPortMessage({5, code})) << code;
+        far_->sent.clear();
     }
-    EXPECT_EQ(far_->sent, ComPortMessage({5, 8}) + ComPortMessage({5, 9}) +
-                              ComPortMessage({5, 11}) + ComPortMessage({5, 12}) +
-                              ComPortMessage({5, 5}) + ComPortMessage({5, 6}));
-    auto failed = device->Escape(LineFunction::kNone);
+    failed = device->Escape(LineFunction::kNone);
     ASSERT_TRUE(failed);
     EXPECT_EQ(failed->call, "EscapeCommFunction");
 
@@ -178,14 +185,9 @@ TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
     auto device = StartComPort();
     ASSERT_NE(device, nullptr);
     std::size_t written = 0;
-    ASSERT_FALSE(
-        device->Write("A\xFF"
-                      "B",
-                      written));
+    ASSERT_FALSE(device->Write(kAFFB, written));
     EXPECT_EQ(written, 3u);
-    EXPECT_EQ(far_->sent,
-              "A\xFF\xFF"
-              "B");
+    EXPECT_EQ(far_->sent, kAFFFFB);
     far_->incoming = {"x" + Bytes({IAC}), Bytes({IAC}) + "y" + Bytes({IAC, SB, kComPort}),
                       Bytes({107, 0x30, IAC}), Bytes({SE}) + "z"};
     std::string data;
@@ -201,13 +203,8 @@ TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
 
     auto raw = Start(Protocol::kRawTcp);
     far_->sent.clear();
-    ASSERT_FALSE(
-        raw->Write("A\xFF"
-                   "B",
-                   written));
-    EXPECT_EQ(far_->sent,
-              "A\xFF"
-              "B");
+    ASSERT_FALSE(raw->Write(kAFFB, written));
+    EXPECT_EQ(far_->sent, kAFFB);
     far_->incoming = {Bytes({IAC, WILL, kComPort})};
     ASSERT_FALSE(raw->Read(16, data));
     EXPECT_EQ(data, Bytes({IAC, WILL, kComPort}));
@@ -297,17 +294,12 @@ TEST_F(NetworkDeviceTest, AServerThatTakesNothingCostsAWriteItsTimeAndNoMore) {
     // Cut inside a doubled 0xFF: the byte counts as written and its second half goes first
     // next time, so the server never sees a lone IAC.
     far_->room = 2;
-    ASSERT_FALSE(
-        device->Write("a\xFF"
-                      "b",
-                      written));
+    ASSERT_FALSE(device->Write(Bytes({'a', IAC, 'b'}), written));
     EXPECT_EQ(written, 2u);
     far_->room = 100;
     ASSERT_FALSE(device->Write("c", written));
     EXPECT_EQ(written, 1u);
-    EXPECT_EQ(far_->sent,
-              "a\xFF\xFF"
-              "c");
+    EXPECT_EQ(far_->sent, Bytes({'a', IAC, IAC, 'c'}));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "printer_fixture.h"
+#include "sim_fixture.h"
 
 namespace corvid::sim::testing {
 namespace {
@@ -43,7 +43,7 @@ class ClosingTest : public PrinterTest {
     }
 };
 
-TEST_F(ClosingTest, ClosingWaitsForTheOpenDocumentThenStartsANewDay) {
+TEST_F(ClosingTest, ClosingWaitsForTheOpenDocumentThenReportsAndStartsANewDay) {
     Accept(Cmd("!", "0000001000", "00001000", "A"));
     const std::string paper = sim_->PaperText();
     Refuse("I0Z");
@@ -52,9 +52,19 @@ TEST_F(ClosingTest, ClosingWaitsForTheOpenDocumentThenStartsANewDay) {
     Refuse(Cmd("U3A", "000205", "000205"));  // nothing was written
 
     Accept("101");
+    Accept("I0X");
+    for (const char* line :
+         {"REPORTE X                           0020", "FACTURAS                               1",
+          "EFECTIVO                           11,60"}) {
+        EXPECT_NE(sim_->PaperText().find(line), std::string::npos) << line;
+    }
+    EXPECT_EQ(std::stol(S1()[1]), 1160);
     Accept("I0Z");
+    EXPECT_NE(sim_->PaperText().find("REPORTE Z                           0205"),
+              std::string::npos);
     std::vector<std::string> s1 = S1();
     EXPECT_EQ(s1[6], "0205");
+    EXPECT_EQ(s1[2], "00001521");
     EXPECT_EQ(std::stol(s1[1]), 0);
     EXPECT_EQ(std::stol(s1[3]), 0);
     std::vector<std::string> s4 = FieldsOf(SendCommand("S4"));

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "printer_fixture.h"
+#include "sim_fixture.h"
 
 namespace corvid::sim::testing {
 namespace {

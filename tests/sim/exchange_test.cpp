@@ -45,55 +45,47 @@ TEST_F(SimulatorTest, BlockSplitAcrossWritesAndStrayBytesAreHandled) {
     EXPECT_EQ(sim_->transcript().Count(Direction::HostToPrinter, What::Stray), 1u);
 }
 
-TEST_F(SimulatorTest, S1ShortLayoutCarriesCountersSerialAndDate) {
-    sim_->ChangeState([](FiscalState& state) {
-        state.clock = May17At103015();
-        state.cashier = 7;
-        state.lastInvoice = 4321;
-        state.closures = 88;
-        state.day.sales.bases[1] = 1000;
-        state.day.sales.taxes[1] = 160;
-    });
-    std::string reply = SendCommand("S1");
-    // A one-block data reply is framed exactly like a command block.
-    std::vector<std::string> fields = FieldsOf(reply);
-    EXPECT_EQ(reply, session::BuildCommandBlock(reply.substr(1, reply.size() - 3)));
-    ASSERT_EQ(fields.size(), 14u);
-    EXPECT_EQ(fields[0].substr(fields[0].size() - 2), "07");
-    EXPECT_EQ(std::stol(fields[1]), 1160);
-    EXPECT_EQ(std::stol(fields[2]), 4321);
-    EXPECT_EQ(std::stol(fields[6]), 88);
-    EXPECT_EQ(fields[9].substr(0, 3), "Z1B");
-    EXPECT_EQ(fields[10], "240517");
-    EXPECT_EQ(fields[11], "1030");
-}
-
-TEST_F(SimulatorTest, S1LongLayoutPutsTimeBeforeDate) {
-    sim_->ChangeState([](FiscalState& state) {
-        state.s1Layout = S1Layout::Long;
-        state.clock = May17At103015();
-        state.closures = 88;
-        state.reportCounter = 9;
-        state.serial = DefaultSerial(Variant::HKA112);
-    });
-    std::vector<std::string> fields = FieldsOf(SendCommand("S1"));
-    ASSERT_EQ(fields.size(), 16u);
-    EXPECT_EQ(std::stol(fields[10]), 9);
-    EXPECT_EQ(std::stol(fields[11]), 88);
-    EXPECT_EQ(fields[13].substr(0, 3), "Z7A");
-    EXPECT_EQ(fields[14], "103015");
-    EXPECT_EQ(fields[15], "240517");
-}
-
-TEST(VariantTest, SerialPrefixDecidesTheModel) {
-    EXPECT_EQ(VariantFromSerial("Z6B0000001"), Variant::DT230);
-    EXPECT_EQ(VariantFromSerial("Z7A0000001"), Variant::HKA112);
-    EXPECT_EQ(VariantFromSerial("Z1F0000001"), Variant::SRP812);
+// S1 has the short layout (14 fields) or, for the models that use it, the long one (16)
+// that puts the time before the date; the serial number's prefix tells the model.
+TEST_F(SimulatorTest, S1LayoutFollowsTheModel) {
+    struct Case {
+        Variant variant;
+        std::size_t fields, reports, closures, serial, date, time;
+        const char* timeText;
+    };
+    for (const Case& c : {Case{Variant::SRP350, 14, 7, 6, 9, 10, 11, "1030"},
+                          Case{Variant::DT230, 14, 7, 6, 9, 10, 11, "1030"},
+                          Case{Variant::HKA112, 16, 10, 11, 13, 15, 14, "103015"},
+                          Case{Variant::SRP812, 16, 10, 11, 13, 15, 14, "103015"}}) {
+        const std::string serial = DefaultSerial(c.variant);
+        SCOPED_TRACE(serial);
+        EXPECT_EQ(VariantFromSerial(serial), c.variant);
+        sim_->ChangeState([&](FiscalState& state) {
+            state.serial = serial;
+            state.clock = May17At103015();
+            state.cashier = 7;
+            state.lastInvoice = 4321;
+            state.closures = 88;
+            state.reportCounter = 9;
+            state.day.sales.bases[1] = 1000;
+            state.day.sales.taxes[1] = 160;
+        });
+        const std::string reply = SendCommand("S1");
+        // A one-block data reply is framed exactly like a command block.
+        EXPECT_EQ(reply, session::BuildCommandBlock(reply.substr(1, reply.size() - 3)));
+        const std::vector<std::string> fields = FieldsOf(reply);
+        ASSERT_EQ(fields.size(), c.fields);
+        EXPECT_EQ(fields[0], "S107");
+        EXPECT_EQ(std::stol(fields[1]), 1160);
+        EXPECT_EQ(std::stol(fields[2]), 4321);
+        EXPECT_EQ(std::stol(fields[c.reports]), 9);
+        EXPECT_EQ(std::stol(fields[c.closures]), 88);
+        EXPECT_EQ(fields[c.serial], serial);
+        EXPECT_EQ(fields[c.date], "240517");
+        EXPECT_EQ(fields[c.time], c.timeText);
+    }
     EXPECT_EQ(VariantFromSerial("Z1"), Variant::SRP350);
     EXPECT_EQ(VariantFromSerial(""), Variant::SRP350);
-    for (Variant v : {Variant::SRP350, Variant::DT230, Variant::HKA112, Variant::SRP812}) {
-        EXPECT_EQ(VariantFromSerial(DefaultSerial(v)), v);
-    }
 }
 
 TEST_F(SimulatorTest, MultiBlockReplySendsEachBlockOnlyAfterAck) {

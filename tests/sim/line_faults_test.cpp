@@ -1,10 +1,9 @@
-// Faults of the line itself: a spoilt check byte, a reply too big for one read, a line
-// that drops in the middle of a reply, a reply held back. Each hits exactly the replies it
-// was armed for.
+// Each fault of the line hits exactly the replies it was armed for and then wears off.
 #include <gtest/gtest.h>
 #include <poll.h>
 
 #include <chrono>
+#include <functional>
 #include <string>
 
 #include "sim/options.h"
@@ -14,71 +13,131 @@
 namespace corvid::sim::testing {
 namespace {
 
-using Direction = TranscriptEntry::Direction;
-using What = TranscriptEntry::What;
-
 const std::string kEnq = Bytes({5});
-const std::string kStatus = Bytes({2, 0x60, 0x40, 3, 0x60 ^ 0x40 ^ 3});
+const std::string kAck = Bytes({6});
+const std::string kStatus = FrameReply(Bytes({0x60, 0x40}), kEtx);
+const std::string kW = session::BuildCommandBlock("w");
+const std::string kTwoBlocks = session::BuildCommandBlock("~B2");
 
-TEST_F(SimulatorTest, ASpoiltCheckByteHitsOnlyTheArmedReply) {
-    sim_->SpoilNextCheckBytes(1);
-    const std::string spoilt = Exchange(kEnq);
-    ASSERT_EQ(spoilt.size(), kStatus.size());
-    EXPECT_EQ(spoilt.substr(0, 4), kStatus.substr(0, 4));
-    EXPECT_NE(spoilt.back(), kStatus.back());
-    EXPECT_EQ(Exchange(kEnq), kStatus);
-}
+// What the host sends, and the reply it reads within 300 ms ("" for none).
+struct Step {
+    std::string send, reply;
+};
+struct FaultCase {
+    const char* name;
+    std::function<void(Simulator&)> arm;
+    std::vector<Step> steps;
+};
 
-TEST_F(SimulatorTest, AnOversizedBlockCanSpareTheFirstBlockOfAReply) {
-    sim_->OversizeNextReplies(1, 6000);
-    sim_->ChangeFaults([](FaultPlan& plan) { plan.oversize.skip = 1; });
-    EXPECT_EQ(SendCommand("~B2"), FrameReply("1\n2", kEtb));
-    line_->Send(Bytes({6}));
-    std::string second;
-    for (std::string chunk; second.size() < 6003; second += chunk) {
-        chunk = line_->ReadChunk(milliseconds(1000));
-        if (chunk.empty()) break;
+class LineFaultTest : public SimulatorTest, public ::testing::WithParamInterface<FaultCase> {};
+
+TEST_P(LineFaultTest, HitsTheArmedRepliesOnly) {
+    GetParam().arm(*sim_);
+    for (const Step& step : GetParam().steps) {
+        SCOPED_TRACE(session::EscapeString(step.send));
+        line_->Send(step.send);
+        EXPECT_EQ(line_->ReadReply(milliseconds(300)), step.reply);
     }
-    EXPECT_EQ(second, FrameReply("2\n2" + std::string(5997, ' '), kEtx));
 }
 
-TEST_F(SimulatorTest, ADroppedLineSendsTheFirstBytesThenNothing) {
-    sim_->DropLineInNextReplies(1, 3);
-    line_->Send(kEnq);
-    EXPECT_EQ(line_->ReadReply(milliseconds(300)), kStatus.substr(0, 3));
-    // The printer still listens: the next request is answered whole.
-    EXPECT_EQ(Exchange(kEnq), kStatus);
-    const auto entries = sim_->transcript().Entries();
-    ASSERT_EQ(entries.size(), 4u);
-    EXPECT_EQ(entries[1].bytes, kStatus.substr(0, 3));
-    EXPECT_NE(entries[1].note.find("dropped"), std::string::npos);
+std::string Spoilt(std::string reply) {
+    reply.back() = static_cast<char>(reply.back() ^ 0x55);
+    return reply;
 }
 
-TEST_F(SimulatorTest, ADropNeverSendsTheWholeReplyAndCanHangUp) {
+const FaultCase kFaults[] = {
+    {"nak", [](Simulator& s) { s.NakNextBlocks(1); }, {{kW, Bytes({21})}, {kW, kAck}}},
+    {"ignore_blocks",
+     [](Simulator& s) { s.IgnoreNextBlocks(1); },
+     {{kW, ""}, {kEnq, kStatus}, {kW, kAck}}},
+    {"silent_enq",
+     [](Simulator& s) { s.SilenceNextStatusRequests(1); },
+     {{kEnq, ""}, {kW, kAck}, {kEnq, kStatus}}},
+    {"mute", [](Simulator& s) { s.SetMuted(true); }, {{kEnq, ""}, {kW, ""}}},
+    // Replies of the kinds not selected go out as usual.
+    {"enq_prefix",
+     [](Simulator& s) { s.PrefixNextRepliesWithEnq(1); },
+     {{kW, kAck}, {kEnq, kEnq + kStatus}, {kEnq, kStatus}}},
+    {"enq_prefix_on_ack",
+     [](Simulator& s) { s.PrefixNextRepliesWithEnq(1, kAckReply); },
+     {{kEnq, kStatus}, {kW, kEnq + kAck}}},
+    // The ACK that answers the ENQ does not advance a reply of several blocks.
+    {"enq_prefix_multi_block",
+     [](Simulator& s) { s.PrefixNextRepliesWithEnq(1); },
+     {{kTwoBlocks, kEnq + FrameReply("1\n2", kEtb)}, {kAck, ""}, {kAck, FrameReply("2\n2", kEtx)}}},
+    {"eot_end",
+     [](Simulator& s) { s.EndNextRepliesWithEot(1); },
+     {{kEnq, FrameReply(Bytes({0x60, 0x40}), kEot)}, {kEnq, kStatus}}},
+    {"garbage",
+     [](Simulator& s) { s.SendGarbageBeforeNextReplies(1); },
+     {{kEnq, "\xFF\x11\x7F" + kStatus}, {kEnq, kStatus}}},
+    {"bad_check",
+     [](Simulator& s) { s.SpoilNextCheckBytes(1); },
+     {{kEnq, Spoilt(kStatus)}, {kEnq, kStatus}}},
+    // The first block of the reply spared; the second padded with blanks.
+    {"oversize",
+     [](Simulator& s) {
+         s.OversizeNextReplies(1, 600);
+         s.ChangeFaults([](FaultPlan& plan) { plan.oversize.skip = 1; });
+     },
+     {{kTwoBlocks, FrameReply("1\n2", kEtb)},
+      {kAck, FrameReply("2\n2" + std::string(597, ' '), kEtx)}}},
+    // The printer still listens after the line dropped.
+    {"drop",
+     [](Simulator& s) { s.DropLineInNextReplies(1, 3); },
+     {{kEnq, kStatus.substr(0, 3)}, {kEnq, kStatus}}},
+    {"late",
+     [](Simulator& s) { s.HoldBackNextReplies(1, milliseconds(400), kStatusReply); },
+     {{kW, kAck}, {kEnq, ""}, {"", kStatus}, {kEnq, kStatus}}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Faults, LineFaultTest, ::testing::ValuesIn(kFaults),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(SimulatorTest, ADelayHoldsBackEveryReply) {
+    sim_->SetReplyDelay(milliseconds(120));
+    for (int i = 0; i < 2; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(Exchange(kEnq), kStatus);
+        EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(120));
+    }
+}
+
+TEST_F(SimulatorTest, ADropCanHangUpForGood) {
     sim_->DropLineInNextReplies(1, 100, kAckReply, true);
-    line_->Send(session::BuildCommandBlock("w"));
+    line_->Send(kW);
     pollfd p{line_->fd(), POLLIN, 0};
     ASSERT_EQ(poll(&p, 1, 1000), 1);
     EXPECT_NE(p.revents & POLLHUP, 0);  // the lone ACK did not go out, the line is down
     EXPECT_EQ(line_->ReadChunk(milliseconds(0)), "");
+    sim_->Stop();  // still safe after a hang-up
 }
 
-TEST_F(SimulatorTest, AHeldBackReplyComesLateAndTheNextOnTime) {
-    sim_->HoldBackNextReplies(1, milliseconds(150), kStatusReply);
-    EXPECT_EQ(SendCommand("w"), Bytes({6}));  // not the selected kind
-    line_->Send(kEnq);
-    EXPECT_EQ(line_->ReadChunk(milliseconds(100)), "");
-    EXPECT_EQ(line_->ReadReply(), kStatus);
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Exchange(kEnq), kStatus);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(100));
-}
-
-TEST(SimulatorOptions, LineFaultsFromTheCommandLine) {
-    const FaultPlan plan =
-        ParseOptions({"--bad-check", "2", "--oversize", "1", "--oversize-to", "7000", "--drop", "3",
-                      "--drop-after", "4", "--hang-up", "--late", "5", "--late-by", "250"})
-            .config.faults;
+TEST(SimulatorOptions, FaultsAndLayoutFromTheCommandLine) {
+    const Options options = ParseOptions({"--bad-check",
+                                          "2",
+                                          "--oversize",
+                                          "1",
+                                          "--oversize-to",
+                                          "7000",
+                                          "--drop",
+                                          "3",
+                                          "--drop-after",
+                                          "4",
+                                          "--hang-up",
+                                          "--late",
+                                          "5",
+                                          "--late-by",
+                                          "250",
+                                          "--garbage-bytes",
+                                          "ff00",
+                                          "--variant",
+                                          "hka112",
+                                          "--s1-layout",
+                                          "short",
+                                          "--sts1",
+                                          "0x61"});
+    const FaultPlan& plan = options.config.faults;
     EXPECT_EQ(plan.badCheck.remaining, 2);
     EXPECT_EQ(plan.oversize.remaining, 1);
     EXPECT_EQ(plan.oversizeTo, 7000u);
@@ -88,7 +147,18 @@ TEST(SimulatorOptions, LineFaultsFromTheCommandLine) {
     EXPECT_EQ(plan.late.remaining, 5);
     EXPECT_EQ(plan.late.kinds, kAnyReply);
     EXPECT_EQ(plan.lateBy, milliseconds(250));
-    EXPECT_THROW(ParseOptions({"--oversize-to", "0"}), std::invalid_argument);
+    EXPECT_EQ(plan.garbageBytes, std::string("\xFF\x00", 2));
+    EXPECT_EQ(options.config.printer.serial, DefaultSerial(Variant::HKA112));
+    EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
+    EXPECT_EQ(options.config.printer.forcedSts1, 0x61);
+    for (const std::vector<std::string>& bad :
+         std::vector<std::vector<std::string>>{{"--oversize-to", "0"},
+                                               {"--s1-layout", "wide"},
+                                               {"--nak"},
+                                               {"--garbage-bytes", "f"},
+                                               {"--bogus"}}) {
+        EXPECT_THROW(ParseOptions(bad), std::invalid_argument) << bad[0];
+    }
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // and leave STS2 at "fiscal error" until a command is accepted.
 #include <gtest/gtest.h>
 
-#include "printer_fixture.h"
+#include "sim_fixture.h"
 
 namespace corvid::sim::testing {
 namespace {

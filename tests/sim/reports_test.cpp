@@ -1,7 +1,7 @@
-// The rates and flags of S3, daily reports and reprints.
+// The rates and flags of S3, and reprints.
 #include <gtest/gtest.h>
 
-#include "printer_fixture.h"
+#include "sim_fixture.h"
 
 namespace corvid::sim::testing {
 namespace {
@@ -21,26 +21,6 @@ TEST_F(PrinterTest, S3ReportsRatesAndFlagsAndFlag21SetsNumberWidths) {
     Accept(Cmd("!", "0000012500", "00001000", "PAN"));
     Accept("101");
     EXPECT_EQ(std::stol(S1()[1]), 1450);
-}
-
-TEST_F(PrinterTest, DailyClosingReportsAndStartsANewDay) {
-    Accept(Cmd("!", "0000001000", "00001000", "PAN"));
-    Accept("101");
-    Accept("I0X");
-    std::string paper = sim_->PaperText();
-    EXPECT_NE(paper.find("REPORTE X                           0020"), std::string::npos);
-    EXPECT_NE(paper.find("FACTURAS                               1"), std::string::npos);
-    EXPECT_NE(paper.find("EFECTIVO                           11,60"), std::string::npos);
-    EXPECT_EQ(std::stol(S1()[1]), 1160);
-
-    Accept("I0Z");
-    std::vector<std::string> s1 = S1();
-    EXPECT_EQ(std::stol(s1[1]), 0);
-    EXPECT_EQ(std::stol(s1[3]), 0);
-    EXPECT_EQ(s1[2], "00001521");
-    EXPECT_EQ(s1[6], "0205");
-    EXPECT_NE(sim_->PaperText().find("REPORTE Z                           0205"),
-              std::string::npos);
 }
 
 TEST_F(PrinterTest, ReprintsInvoicesByNumberAndDate) {

@@ -1,4 +1,5 @@
-// A running simulator with the host's line open on it.
+// A running simulator with the host's line open on it; PrinterTest stops its clock at
+// 17-05-2024 10:30:15 and has short ways to send commands it must accept or refuse.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,6 +7,7 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host_line.h"
@@ -67,6 +69,53 @@ inline std::vector<std::string> FieldsOf(const std::string& reply) {
         }
     }
     return fields;
+}
+
+// A simulated printer with its clock stopped.
+class PrinterTest : public SimulatorTest {
+  protected:
+    static SimulatorConfig StoppedClock() {
+        SimulatorConfig config;
+        config.printer.clock = May17At103015();
+        return config;
+    }
+    void SetUp() override { Start(StoppedClock()); }
+
+    void Accept(std::string_view command) {
+        EXPECT_EQ(SendCommand(command), Bytes({6})) << "refused: " << command;
+    }
+    void Refuse(std::string_view command) {
+        EXPECT_EQ(SendCommand(command), Bytes({21})) << "accepted: " << command;
+    }
+    std::vector<std::string> S1() { return FieldsOf(SendCommand("S1")); }
+    // The status bytes STS1 and STS2.
+    std::pair<int, int> Status() {
+        std::string reply = Exchange(Bytes({5}));
+        EXPECT_EQ(reply.size(), 5u);
+        return {static_cast<unsigned char>(reply[1]), static_cast<unsigned char>(reply[2])};
+    }
+    FiscalState State() {
+        FiscalState copy;
+        sim_->ChangeState([&](FiscalState& state) { copy = state; });
+        return copy;
+    }
+};
+
+// The fields of a command joined, e.g. Cmd("!", price, quantity, description).
+template <typename... Fields>
+std::string Cmd(const Fields&... fields) {
+    return (std::string() + ... + std::string(fields));
+}
+
+// "PIÑA" in the printer's code page.
+inline const std::string kPina = std::string("PI\xD1") + "A";
+
+// A header or footer line as the host sends it: centred in 40 columns.
+inline std::string Line40(std::string_view text) {
+    std::string line((40 - text.size()) / 2, ' ');
+    line += text;
+    line.resize(40, ' ');
+    return line;
 }
 
 }  // namespace corvid::sim::testing

@@ -4,8 +4,7 @@
 
 #include <sstream>
 
-#include "printer_fixture.h"
-#include "sim/options.h"
+#include "sim_fixture.h"
 
 namespace corvid::sim::testing {
 namespace {
@@ -110,32 +109,9 @@ TEST_F(DayTest, S4AddsTheDaysPaymentsByMeans) {
     EXPECT_EQ(sum, std::stol(S1()[1]));
 }
 
-TEST_F(DayTest, SummaryOfTheDayAndOfTheClosingAddUpTheReceipts) {
-    SellAndRefund();
-    std::vector<std::string> day = Query("U0X");
-    ASSERT_EQ(day.size(), 39u);
-    EXPECT_EQ(day[0], "0204");
-    EXPECT_EQ(Amounts(day, 9), kSales);
-    EXPECT_EQ(Amounts(day, 16), std::vector<long>(7, 0));  // no debit notes
-    EXPECT_EQ(Amounts(day, 23), kCreditNotes);
-
-    Accept("I0Z");
-    std::vector<std::string> z = Query("U0Z");
-    ASSERT_EQ(z.size(), 39u);
-    EXPECT_EQ(z[0], "0205");
-    EXPECT_EQ(z[1], "240517");
-    EXPECT_EQ(z[2], "1030");
-    EXPECT_EQ(std::stol(z[3]), 1522);
-    EXPECT_EQ(z[4], "240517");
-    EXPECT_EQ(std::stol(z[7]), 49);
-    EXPECT_EQ(std::stol(z[8]), 310);
-    EXPECT_EQ(Amounts(z, 9), kSales);
-    EXPECT_EQ(Amounts(z, 23), kCreditNotes);
-    EXPECT_EQ(Amounts(Query("U0X"), 9), std::vector<long>(7, 0));
-}
-
-// Where each model's summary puts the closing, the last credit note and the exempt sales.
-TEST_F(DayTest, SummaryLayoutFollowsTheModel) {
+// The summary of the day so far (U0X) and of the last closing (U0Z) add up the receipts,
+// in the model's layout: where it puts the closing, the last credit note and the amounts.
+TEST_F(DayTest, SummaryAddsUpTheReceiptsInTheModelsLayout) {
     struct Case {
         Variant variant;
         std::size_t fields, lastCreditNote, firstSale, firstCreditNote;
@@ -146,29 +122,28 @@ TEST_F(DayTest, SummaryLayoutFollowsTheModel) {
         SCOPED_TRACE(DefaultSerial(c.variant));
         Start(c.variant);
         SellAndRefund();
+        std::vector<std::string> day = Query("U0X");
+        ASSERT_EQ(day.size(), c.fields);
+        EXPECT_EQ(std::stol(day[0]), 204);
+        EXPECT_EQ(Amounts(day, c.firstSale), kSales);
+        EXPECT_EQ(Amounts(day, c.firstCreditNote), kCreditNotes);
         Accept("I0Z");
         std::vector<std::string> z = Query("U0Z");
         ASSERT_EQ(z.size(), c.fields);
         EXPECT_EQ(std::stol(z[0]), 205);
+        EXPECT_EQ(z[1], "240517");
         EXPECT_EQ(std::stol(z[c.lastCreditNote]), 49);
         EXPECT_EQ(Amounts(z, c.firstSale), kSales);
-        std::vector<long> creditNotes = Amounts(z, c.firstCreditNote);
-        EXPECT_EQ(creditNotes, kCreditNotes);
+        EXPECT_EQ(Amounts(z, c.firstCreditNote), kCreditNotes);
+        EXPECT_EQ(Amounts(Query("U0X"), c.firstSale), std::vector<long>(7, 0));
     }
-}
-
-TEST_F(DayTest, S1LayoutFollowsTheModelUnlessChosen) {
-    for (Variant variant : {Variant::SRP350, Variant::DT230}) {
-        Start(variant);
-        EXPECT_EQ(S1().size(), 14u);
-    }
-    for (Variant variant : {Variant::HKA112, Variant::SRP812}) {
-        Start(variant);
-        EXPECT_EQ(S1().size(), 16u);
-    }
-    Options options = ParseOptions({"--variant", "hka112", "--s1-layout", "short"});
-    EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
-    EXPECT_THROW(ParseOptions({"--s1-layout", "wide"}), std::invalid_argument);
+    // The long layout also carries the last invoice, its date and the closing's taxes.
+    const std::vector<std::string> z = Query("U0Z");
+    EXPECT_EQ(z[2], "1030");
+    EXPECT_EQ(std::stol(z[3]), 1522);
+    EXPECT_EQ(z[4], "240517");
+    EXPECT_EQ(std::stol(z[8]), 310);
+    EXPECT_EQ(Amounts(z, 16), std::vector<long>(7, 0));  // no debit notes
 }
 
 }  // namespace
