@@ -6,8 +6,6 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "automation/dates.h"
-#include "host/trace_line.h"
 #include "support/fake_clock.h"
 #include "support/memory_settings_source.h"
 #include "support/temp_folder.h"
@@ -16,14 +14,6 @@ namespace corvid::host {
 namespace {
 
 using ::testing::ElementsAre;
-
-// Date and time, the seconds since midnight right-aligned in ten, then the message.
-TEST(TraceLine, DateTimeThenSecondsThenTheMessage) {
-    using namespace automation;
-    const Date now = CombineDateTime(DateSerial(2024, 3, 7), TimeSerial(9, 5, 3));
-    EXPECT_EQ(FormatTraceLine(now, 32703.25f, "ENQ"), "07/03 09:05:03   32703.25 ENQ");
-    EXPECT_EQ(FormatTraceLine(now, 0.5f, ""), "07/03 09:05:03        0.5 ");
-}
 
 class FakeDebugView : public DebugView {
   public:
@@ -68,7 +58,8 @@ TEST_F(TraceLogTest, NothingHappensUnlessDebugIsOn) {
     EXPECT_TRUE(seen_.empty());
 }
 
-// The file's name is fixed at first use; each line is appended with CR LF.
+// A line is the date and time, the seconds since midnight right-aligned in ten, then the
+// message. The file's name is fixed at first use; each line is appended with CR LF.
 TEST_F(TraceLogTest, LinesGoToTheFileOrToOneDebugViewAndAlwaysToTheSinks) {
     folder_.Write("trace.log", "old\r\n");
     log_.AddSink([](const std::string&) { throw std::runtime_error("sink failed"); });
