@@ -21,6 +21,7 @@
 #include "preview/quick_view.h"
 #include "preview/quick_view_form.h"
 #include "preview/report_sink.h"
+#include "preview/windows_1252_text_win32.h"
 
 namespace corvid::preview {
 namespace {
@@ -60,24 +61,9 @@ constexpr int kEntryLeft = 3780;
 constexpr int kEntryWidth = 600;
 constexpr int kEntryHeight = 315;
 
-std::wstring Wide(const std::string& text) {
-    if (text.empty()) return {};
-    const int size =
-        MultiByteToWideChar(1252, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(1252, 0, text.data(), static_cast<int>(text.size()), wide.data(), size);
-    return wide;
-}
-
-std::string Narrow(const std::wstring& text) {
-    if (text.empty()) return {};
-    const int size = WideCharToMultiByte(1252, 0, text.data(), static_cast<int>(text.size()),
-                                         nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(1252, 0, text.data(), static_cast<int>(text.size()), narrow.data(), size,
-                        nullptr, nullptr);
-    return narrow;
-}
+// The report's text is Windows-1252 bytes; the window's controls take UTF-16.
+std::wstring Wide(const std::string& text) { return WideFromWindows1252(text); }
+std::string Narrow(const std::wstring& text) { return Windows1252FromWide(text); }
 
 std::wstring WindowText(HWND window) {
     const int length = GetWindowTextLengthW(window);
