@@ -2,27 +2,22 @@
 
 #include <utility>
 
+#include "automation/replaceable.h"
+
 namespace corvid::automation {
 namespace {
 
-std::shared_ptr<Clock>& Installed() {
-    static std::shared_ptr<Clock> clock;
+Replaceable<std::shared_ptr<Clock>>& Installed() {
+    static Replaceable<std::shared_ptr<Clock>> clock(MakeSystemClock);
     return clock;
 }
 
 }  // namespace
 
-Clock& CurrentClock() {
-    auto& clock = Installed();
-    if (!clock) clock = MakeSystemClock();
-    return *clock;
-}
+Clock& CurrentClock() { return *Installed().Get(); }
 
 std::shared_ptr<Clock> ReplaceClock(std::shared_ptr<Clock> clock) {
-    auto& installed = Installed();
-    if (!installed) installed = MakeSystemClock();
-    if (!clock) clock = MakeSystemClock();
-    return std::exchange(installed, std::move(clock));
+    return Installed().Replace(clock ? std::move(clock) : MakeSystemClock());
 }
 
 }  // namespace corvid::automation

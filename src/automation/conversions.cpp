@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "automation/decimal_digits.h"
 #include "automation/locale_format.h"
@@ -49,23 +50,28 @@ std::optional<Scanned> ScanRadix(std::string_view text) {
 
 // The longest number at the start of `text`: sign, digits (with `group` between them when
 // given), `decimal` and decimals, exponent E or D. Empty when there is no digit.
-std::optional<Scanned> ScanNumber(std::string_view text, std::string_view decimal,
-                                  std::string_view group) {
-    if (auto radix = ScanRadix(text)) return radix;
-    std::size_t i = 0;
+// The part of a number before its exponent, rewritten for from_chars.
+struct Mantissa {
     std::string normalized;
-    if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
-        if (text[i] == '-') normalized += '-';
-        ++i;
-    }
+    std::size_t used = 0;
     bool any_digit = false;
     int leading_integer_digits = 0;  // integer digits after leading zeros, for the magnitude
+};
+
+// A sign, integer digits (a group separator between two digits is skipped) and decimals.
+Mantissa ScanMantissa(std::string_view text, std::string_view decimal, std::string_view group) {
+    Mantissa m;
+    std::size_t& i = m.used;
+    if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
+        if (text[i] == '-') m.normalized += '-';
+        ++i;
+    }
     for (;;) {
         if (i < text.size() && IsDigit(text[i])) {
-            if (text[i] != '0' || leading_integer_digits > 0) ++leading_integer_digits;
-            normalized += text[i++];
-            any_digit = true;
-        } else if (any_digit && StartsWith(text, i, group) && i + group.size() < text.size() &&
+            if (text[i] != '0' || m.leading_integer_digits > 0) ++m.leading_integer_digits;
+            m.normalized += text[i++];
+            m.any_digit = true;
+        } else if (m.any_digit && StartsWith(text, i, group) && i + group.size() < text.size() &&
                    IsDigit(text[i + group.size()])) {
             i += group.size();
         } else {
@@ -76,38 +82,50 @@ std::optional<Scanned> ScanNumber(std::string_view text, std::string_view decima
         std::size_t j = i + decimal.size();
         std::string decimals;
         while (j < text.size() && IsDigit(text[j])) decimals += text[j++];
-        if (any_digit || !decimals.empty()) {
-            normalized += "." + decimals;
-            any_digit = true;
+        if (m.any_digit || !decimals.empty()) {
+            m.normalized += "." + decimals;
+            m.any_digit = true;
             i = j;
         }
     }
-    if (!any_digit) return std::nullopt;
+    return m;
+}
+
+// An exponent ("E" or "D", an optional sign, digits) at `i`: its value and the position after
+// it; nothing when no digit follows the letter.
+std::optional<std::pair<int, std::size_t>> ScanExponent(std::string_view text, std::size_t i) {
+    if (i >= text.size() || (Lower(text[i]) != 'e' && Lower(text[i]) != 'd')) return std::nullopt;
+    std::size_t j = i + 1;
+    const bool negative = j < text.size() && text[j] == '-';
+    if (j < text.size() && (text[j] == '+' || text[j] == '-')) ++j;
+    const std::size_t digits_start = j;
     int exponent = 0;
-    if (i < text.size() && (Lower(text[i]) == 'e' || Lower(text[i]) == 'd')) {
-        std::size_t j = i + 1;
-        const bool negative = j < text.size() && text[j] == '-';
-        if (j < text.size() && (text[j] == '+' || text[j] == '-')) ++j;
-        const std::size_t digits_start = j;
-        for (; j < text.size() && IsDigit(text[j]); ++j) {
-            // Saturate: anything this large is out of range either way.
-            if (exponent < 100000) exponent = exponent * 10 + (text[j] - '0');
-        }
-        if (j > digits_start) {
-            if (negative) exponent = -exponent;
-            normalized += "e" + std::to_string(exponent);
-            i = j;
-        } else {
-            exponent = 0;
-        }
+    for (; j < text.size() && IsDigit(text[j]); ++j) {
+        // Saturate: anything this large is out of range either way.
+        if (exponent < 100000) exponent = exponent * 10 + (text[j] - '0');
+    }
+    if (j == digits_start) return std::nullopt;
+    return std::pair{negative ? -exponent : exponent, j};
+}
+
+std::optional<Scanned> ScanNumber(std::string_view text, std::string_view decimal,
+                                  std::string_view group) {
+    if (auto radix = ScanRadix(text)) return radix;
+    Mantissa m = ScanMantissa(text, decimal, group);
+    if (!m.any_digit) return std::nullopt;
+    int exponent = 0;
+    if (const auto scanned = ScanExponent(text, m.used)) {
+        exponent = scanned->first;
+        m.normalized += "e" + std::to_string(exponent);
+        m.used = scanned->second;
     }
     Scanned out;
-    out.used = i;
-    const char* first = normalized.data();
-    const auto result = std::from_chars(first, first + normalized.size(), out.value);
+    out.used = m.used;
+    const char* first = m.normalized.data();
+    const auto result = std::from_chars(first, first + m.normalized.size(), out.value);
     if (result.ec == std::errc::result_out_of_range) {
         // Too large overflows; too small is zero.
-        if (leading_integer_digits + exponent > 0) Raise(vb_errors::kOverflow);
+        if (m.leading_integer_digits + exponent > 0) Raise(vb_errors::kOverflow);
         out.value = 0;
     }
     return out;
@@ -180,7 +198,7 @@ Currency CCur(std::string_view text) { return Currency::FromDouble(CDbl(text)); 
 
 double CDbl(std::string_view text) {
     const std::string_view number = TrimBlanks(text);
-    const LocaleFormat& locale = CurrentLocaleFormat();
+    const LocaleFormat locale = CurrentLocaleFormat();
     const auto scanned = ScanNumber(number, locale.decimal_symbol, locale.thousands_separator);
     if (!scanned || scanned->used != number.size()) Raise(vb_errors::kTypeMismatch);
     return scanned->value;

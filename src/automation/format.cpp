@@ -90,7 +90,7 @@ std::string Format(const Variant& value, std::string_view pattern) {
     if (auto cased = FormatCase(value, pattern)) return *cased;
     const std::optional<DecimalDigits> digits = Digits(value);
     if (!digits) return std::get<std::string>(value);
-    const LocaleFormat& locale = CurrentLocaleFormat();
+    const LocaleFormat locale = CurrentLocaleFormat();
     if (IsCurrencyPattern(pattern)) return FormatCurrency(*digits, locale);
     if (IsDatePattern(pattern)) return FormatDate(Date{AsDays(value, *digits)}, pattern);
     return FormatNumber(*digits, pattern, locale);

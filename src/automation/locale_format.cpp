@@ -1,28 +1,23 @@
 #include "automation/locale_format.h"
 
-#include <optional>
 #include <utility>
+
+#include "automation/replaceable.h"
 
 namespace corvid::automation {
 namespace {
 
-std::optional<LocaleFormat>& Installed() {
-    static std::optional<LocaleFormat> locale;
+Replaceable<LocaleFormat>& Installed() {
+    static Replaceable<LocaleFormat> locale(SystemLocaleFormat);
     return locale;
 }
 
 }  // namespace
 
-const LocaleFormat& CurrentLocaleFormat() {
-    auto& locale = Installed();
-    if (!locale) locale = SystemLocaleFormat();
-    return *locale;
-}
+LocaleFormat CurrentLocaleFormat() { return Installed().Get(); }
 
 LocaleFormat ReplaceLocaleFormat(LocaleFormat locale) {
-    LocaleFormat previous = CurrentLocaleFormat();
-    Installed() = std::move(locale);
-    return previous;
+    return Installed().Replace(std::move(locale));
 }
 
 }  // namespace corvid::automation

@@ -28,7 +28,7 @@ struct LocaleFormat {
 LocaleFormat SystemLocaleFormat();
 
 // The locale in use (the system's unless replaced).
-const LocaleFormat& CurrentLocaleFormat();
+LocaleFormat CurrentLocaleFormat();
 // Installs a locale; returns the one in use before.
 LocaleFormat ReplaceLocaleFormat(LocaleFormat locale);
 

@@ -2,11 +2,13 @@
 
 #include <utility>
 
+#include "automation/replaceable.h"
+
 namespace corvid::host {
 namespace {
 
-std::function<void()>& HostYieldHook() {
-    static std::function<void()> hook;
+automation::Replaceable<std::function<void()>>& HostYieldHook() {
+    static automation::Replaceable<std::function<void()>> hook;
     return hook;
 }
 
@@ -14,7 +16,7 @@ std::function<void()>& HostYieldHook() {
 
 void YieldToHost() {
     // A copy, so a hook that replaces itself while running stays alive until it returns.
-    auto hook = HostYieldHook();
+    const auto hook = HostYieldHook().Get();
     if (hook) {
         hook();
     } else {
@@ -23,7 +25,7 @@ void YieldToHost() {
 }
 
 std::function<void()> SetHostYieldHook(std::function<void()> hook) {
-    return std::exchange(HostYieldHook(), std::move(hook));
+    return HostYieldHook().Replace(std::move(hook));
 }
 
 }  // namespace corvid::host

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "automation/conversions.h"
+#include "automation/replaceable.h"
 #include "automation/variant.h"
 #include "automation/vb_error.h"
 #include "host/platform_settings_source.h"
@@ -12,8 +13,9 @@
 namespace corvid::host {
 namespace {
 
-std::shared_ptr<SettingsSource>& SourceSlot() {
-    static std::shared_ptr<SettingsSource> source = MakePlatformSettingsSource();
+automation::Replaceable<std::shared_ptr<SettingsSource>>& SourceSlot() {
+    static automation::Replaceable<std::shared_ptr<SettingsSource>> source(
+        MakePlatformSettingsSource);
     return source;
 }
 
@@ -27,10 +29,10 @@ automation::Currency LeadingCurrency(std::string_view text) {
 
 }  // namespace
 
-SettingsSource& CurrentSettingsSource() { return *SourceSlot(); }
+SettingsSource& CurrentSettingsSource() { return *SourceSlot().Get(); }
 
 std::shared_ptr<SettingsSource> ReplaceSettingsSource(std::shared_ptr<SettingsSource> source) {
-    return std::exchange(SourceSlot(), std::move(source));
+    return SourceSlot().Replace(std::move(source));
 }
 
 std::string GetSettingString(const std::string& application, const std::string& section,

@@ -1,12 +1,12 @@
+#include "automation/replaceable.h"
 #include "preview/platform_printer.h"
 #include "preview/printer_device.h"
-#include "preview/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-Replaceable<std::shared_ptr<PrinterDevice>>& Replacement() {
-    static Replaceable<std::shared_ptr<PrinterDevice>> printer;
+automation::Replaceable<std::shared_ptr<PrinterDevice>>& Replacement() {
+    static automation::Replaceable<std::shared_ptr<PrinterDevice>> printer;
     return printer;
 }
 

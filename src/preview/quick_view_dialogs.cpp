@@ -2,21 +2,24 @@
 
 #include <utility>
 
+#include "automation/replaceable.h"
+
 namespace corvid::preview {
 namespace {
 
-std::shared_ptr<QuickViewDialogs>& Slot() {
-    static std::shared_ptr<QuickViewDialogs> dialogs = MakePlatformQuickViewDialogs();
+automation::Replaceable<std::shared_ptr<QuickViewDialogs>>& Slot() {
+    static automation::Replaceable<std::shared_ptr<QuickViewDialogs>> dialogs(
+        MakePlatformQuickViewDialogs);
     return dialogs;
 }
 
 }  // namespace
 
-QuickViewDialogs& CurrentQuickViewDialogs() { return *Slot(); }
+QuickViewDialogs& CurrentQuickViewDialogs() { return *Slot().Get(); }
 
 std::shared_ptr<QuickViewDialogs> ReplaceQuickViewDialogs(
     std::shared_ptr<QuickViewDialogs> dialogs) {
-    return std::exchange(Slot(), std::move(dialogs));
+    return Slot().Replace(std::move(dialogs));
 }
 
 }  // namespace corvid::preview

@@ -1,12 +1,12 @@
 #include "preview/quick_view_window.h"
 
-#include "preview/replaceable.h"
+#include "automation/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-Replaceable<QuickViewWindowFactory>& Factory() {
-    static Replaceable<QuickViewWindowFactory> factory;
+automation::Replaceable<QuickViewWindowFactory>& Factory() {
+    static automation::Replaceable<QuickViewWindowFactory> factory;
     return factory;
 }
 

@@ -1,12 +1,12 @@
 #include "preview/report_sink.h"
 
-#include "preview/replaceable.h"
+#include "automation/replaceable.h"
 
 namespace corvid::preview {
 namespace {
 
-Replaceable<ReportSink>& Sink() {
-    static Replaceable<ReportSink> sink;
+automation::Replaceable<ReportSink>& Sink() {
+    static automation::Replaceable<ReportSink> sink;
     return sink;
 }
 

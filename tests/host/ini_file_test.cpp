@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace corvid::host {
 namespace {
@@ -27,35 +28,30 @@ const char* const kIni =
     "[ Spaced ]\n"
     "Key=unix line end\n";
 
-TEST(IniFile, NamesCompareWithoutCaseAndSectionsKeepTheirBackslashes) {
-    EXPECT_EQ(FindIniValue(kIni, "config\\nimbuspf", "TIMEOUT"), "7,5");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF\\Tasas", "tasa1"), "16");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Tasa1"), std::nullopt);
-    EXPECT_EQ(FindIniValue(kIni, "Spaced", "key"), "unix line end");
-}
-
-TEST(IniFile, ValuesAreTrimmedAndUnquotedOnlyWhenBothQuotesMatch) {
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "IsDebug"), "True");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Quoted"), "  padded  ");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Single"), "x");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "HalfQuoted"), "\"abc");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Inner"), "a \"b\" c ; not a comment");
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Equals"), "a=b");
-}
-
-TEST(IniFile, CommentsAndKeysOutsideSectionsAreIgnoredAndTheFirstEntryWins) {
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Retries"), "3");
-    EXPECT_EQ(FindIniValue(kIni, "", "TopLevel"), std::nullopt);
-    EXPECT_EQ(FindIniValue(kIni, "Config\\NimbusPF", "Empty"), "");
-    EXPECT_EQ(FindIniValue(kIni, "Missing", "TimeOut"), std::nullopt);
-}
-
-TEST(IniFile, LongValuesAreCutTo1023Characters) {
-    const std::string ini = "[S]\nK=" + std::string(2000, 'x') + "\n";
-    EXPECT_EQ(FindIniValue(ini, "S", "K"), std::string(1023, 'x'));
-}
-
-TEST(IniFile, AMissingFileHasNoValues) {
+// Names compare without case; values are trimmed, and unquoted only when both quotes match;
+// comments and keys outside sections are ignored; the first entry wins.
+TEST(IniFile, FindsTheValueOfAKeyInItsSection) {
+    const std::tuple<const char*, const char*, std::optional<std::string>> cases[] = {
+        {"config\\nimbuspf", "TIMEOUT", "7,5"},
+        {"Config\\NimbusPF\\Tasas", "tasa1", "16"},
+        {"Config\\NimbusPF", "Tasa1", std::nullopt},
+        {"Spaced", "key", "unix line end"},
+        {"Config\\NimbusPF", "Quoted", "  padded  "},
+        {"Config\\NimbusPF", "Single", "x"},
+        {"Config\\NimbusPF", "HalfQuoted", "\"abc"},
+        {"Config\\NimbusPF", "Inner", "a \"b\" c ; not a comment"},
+        {"Config\\NimbusPF", "Equals", "a=b"},
+        {"Config\\NimbusPF", "Retries", "3"},
+        {"Config\\NimbusPF", "; Retries", std::nullopt},
+        {"Config\\NimbusPF", "IsDebug", "True"},
+        {"", "TopLevel", std::nullopt},
+        {"Config\\NimbusPF", "Empty", ""},
+        {"Missing", "TimeOut", std::nullopt}};
+    for (const auto& [section, key, value] : cases) {
+        EXPECT_EQ(FindIniValue(kIni, section, key), value) << section << " " << key;
+    }
+    const std::string long_value = "[S]\nK=" + std::string(2000, 'x') + "\n";
+    EXPECT_EQ(FindIniValue(long_value, "S", "K"), std::string(1023, 'x'));
     EXPECT_EQ(ReadIniFileValue("no-such-folder/no-such.ini", "S", "K"), std::nullopt);
 }
 

@@ -4,46 +4,57 @@
 
 #include "host/platform_settings_source.h"
 #include "host/scoped_env.h"
+#include "host/special_folder.h"
+#include "host/trace_log.h"
+#include "support/fake_clock.h"
+#include "support/memory_settings_source.h"
 #include "support/temp_folder.h"
 
 namespace corvid::host {
 namespace {
 
-using test_support::ScopedCurrentDir;
 using test_support::ScopedEnv;
 using test_support::TempFolder;
 
-class PosixSettingsSourceTest : public ::testing::Test {
-  protected:
-    TempFolder work_;
-    TempFolder config_;
-    ScopedCurrentDir cwd_{work_.path()};
-    ScopedEnv config_home_{"XDG_CONFIG_HOME", config_.path().string()};
-    std::shared_ptr<SettingsSource> source_ = MakePlatformSettingsSource();
-};
+// The ini file is named the Windows way, in the current directory; the per-user file's
+// sections are the full section texts, and an entry present but empty is a value, as an
+// empty string in the registry is.
+TEST(PosixSettingsSourceTest, ReadsTheIniFileAndThePerUserFile) {
+    TempFolder work, config, home;
+    test_support::ScopedCurrentDir cwd(work.path());
+    ScopedEnv config_home("XDG_CONFIG_HOME", config.path().string());
+    const auto source = MakePlatformSettingsSource();
+    work.Write("ORV.ini", "[CONFIG\\NimbusPF]\r\ndebugfile = \"/tmp/x.log\"\r\n");
+    config.Write("corvid/ORV.ini", "[Config\\NimbusPF\\Tasas]\nTasa1=16\nVacia=\n");
+    EXPECT_EQ(source->ReadIniFile(".\\ORV.ini", "Config\\NimbusPF", "DEBUGFILE"), "/tmp/x.log");
+    EXPECT_EQ(source->ReadIniFile(".\\Halewood.ini", "Config\\NimbusPF", "DEBUGFILE"), "");
+    EXPECT_EQ(source->ReadUserSetting("ORV", "Config\\NimbusPF\\Tasas", "Tasa1", "d"), "16");
+    EXPECT_EQ(source->ReadUserSetting("ORV", "Config\\NimbusPF\\Tasas", "Vacia", "d"), "");
+    EXPECT_EQ(source->ReadUserSetting("ORV", "Config\\NimbusPF", "Tasa1", "d"), "d");
 
-TEST_F(PosixSettingsSourceTest, ReadsTheIniFileInTheCurrentDirectoryNamedTheWindowsWay) {
-    work_.Write("ORV.ini", "[CONFIG\\NimbusPF]\r\ndebugfile = \"/tmp/x.log\"\r\n");
-    EXPECT_EQ(source_->ReadIniFile(".\\ORV.ini", "Config\\NimbusPF", "DEBUGFILE"), "/tmp/x.log");
-    EXPECT_EQ(source_->ReadIniFile(".\\ORV.ini", "Config\\NimbusPF", "Other"), "");
-    EXPECT_EQ(source_->ReadIniFile(".\\Halewood.ini", "Config\\NimbusPF", "DEBUGFILE"), "");
-}
-
-TEST_F(PosixSettingsSourceTest, ReadsThePerUserFileWhoseSectionsAreTheFullSectionTexts) {
-    config_.Write("corvid/ORV.ini", "[Config\\NimbusPF\\Tasas]\nTasa1=16\nVacia=\n");
-    EXPECT_EQ(source_->ReadUserSetting("ORV", "Config\\NimbusPF\\Tasas", "Tasa1", "d"), "16");
-    // Present but empty is a value, as an empty string in the registry is.
-    EXPECT_EQ(source_->ReadUserSetting("ORV", "Config\\NimbusPF\\Tasas", "Vacia", "d"), "");
-    EXPECT_EQ(source_->ReadUserSetting("ORV", "Config\\NimbusPF", "Tasa1", "d"), "d");
-    EXPECT_EQ(source_->ReadUserSetting("Halewood", "General", "DataDir", "d"), "d");
-}
-
-TEST_F(PosixSettingsSourceTest, ThePerUserFileDefaultsToTheHomeConfigFolder) {
-    TempFolder home;
     home.Write(".config/corvid/ORV.ini", "[General]\nK=home\n");
     ScopedEnv no_config_home("XDG_CONFIG_HOME", "");
     ScopedEnv home_env("HOME", home.path().string());
-    EXPECT_EQ(source_->ReadUserSetting("ORV", "General", "K", "d"), "home");
+    EXPECT_EQ(source->ReadUserSetting("ORV", "General", "K", "d"), "home");
+}
+
+// The documents folder is XDG_DOCUMENTS_DIR, else the home folder; the trace file defaults
+// to FPRINTER.LOG there.
+TEST(SpecialFolderPosix, DocumentsFolderHoldsTheTraceFile) {
+    TempFolder documents;
+    ScopedEnv home("HOME", "/home/cajero");
+    {
+        ScopedEnv no_documents("XDG_DOCUMENTS_DIR", "");
+        EXPECT_EQ(SHgetFolder(kCsidlPersonal), "/home/cajero");
+        EXPECT_EQ(SHgetFolder(0x1A), "");  // other folders are unknown here
+    }
+    ScopedEnv documents_env("XDG_DOCUMENTS_DIR", documents.path().string());
+    ScopedSettingsSource settings;
+    automation::ScopedClock clock(std::make_shared<automation::FakeClock>());
+    TraceLog log;
+    log.SetIsDebug(true);
+    log.Trace("hola");
+    EXPECT_EQ(documents.Read("FPRINTER.LOG"), "15/01 12:00:00      43200 hola\r\n");
 }
 
 }  // namespace

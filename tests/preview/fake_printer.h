@@ -32,66 +32,42 @@ class FakePrinter : public PrinterDevice {
     bool bold = true;
     bool italic = false;
 
-    std::int16_t ScaleMode() override {
-        Check("ScaleMode");
-        return scale_mode;
-    }
-    double ScaleWidth() override {
-        Check("ScaleWidth");
-        return scale_width;
-    }
-    double ScaleHeight() override {
-        Check("ScaleHeight");
-        return scale_height;
-    }
+    std::int16_t ScaleMode() override { return Checked("ScaleMode", scale_mode); }
+    double ScaleWidth() override { return Checked("ScaleWidth", scale_width); }
+    double ScaleHeight() override { return Checked("ScaleHeight", scale_height); }
     double TextWidth(const std::string& text) override {
-        Check("TextWidth");
-        return static_cast<double>(text.size()) * font_size * 12;
+        return Checked("TextWidth", static_cast<double>(text.size()) * font_size * 12);
     }
-    double TextHeight(const std::string&) override {
-        Check("TextHeight");
-        return font_size * 20;
-    }
+    double TextHeight(const std::string&) override { return Checked("TextHeight", font_size * 20); }
 
     std::string FontName() override { return font_name; }
     void SetFontName(const std::string& name) override { font_name = name; }
     double FontSize() override { return font_size; }
     void SetFontSize(double points) override {
-        Check("SetFontSize");
-        if (points >= smallest_size) font_size = points;
+        if (Checked("SetFontSize", points) >= smallest_size) font_size = points;
     }
     bool FontBold() override { return bold; }
     void SetFontBold(bool value) override { bold = value; }
     bool FontItalic() override { return italic; }
     void SetFontItalic(bool value) override { italic = value; }
-
     std::string DeviceName() override { return device_name; }
 
     void PrintLine(const std::string& text) override {
-        Check("PrintLine");
-        log.push_back("line:" + text);
+        log.push_back(Checked("PrintLine", "line:" + text));
         if (on_print_line) on_print_line(text);
     }
     void PrintText(const std::string& text) override {
-        Check("PrintText");
-        log.push_back("text:" + text);
+        log.push_back(Checked("PrintText", "text:" + text));
     }
-    void NewPage() override {
-        Check("NewPage");
-        log.push_back("newpage");
-    }
-    void EndDoc() override {
-        Check("EndDoc");
-        log.push_back("enddoc");
-    }
-    void KillDoc() override {
-        Check("KillDoc");
-        log.push_back("killdoc");
-    }
+    void NewPage() override { log.push_back(Checked("NewPage", "newpage")); }
+    void EndDoc() override { log.push_back(Checked("EndDoc", "enddoc")); }
+    void KillDoc() override { log.push_back(Checked("KillDoc", "killdoc")); }
 
   private:
-    void Check(const std::string& operation) {
+    template <typename T>
+    T Checked(const std::string& operation, T value) {
         if (failing.count(operation)) throw automation::VbError(482, {}, "Printer error");
+        return value;
     }
 };
 

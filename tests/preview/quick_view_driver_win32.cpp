@@ -88,24 +88,17 @@ std::vector<HWND> Children(HWND parent) {
     return children;
 }
 
-std::wstring Lower(std::wstring text) {
-    for (auto& c : text) c = static_cast<wchar_t>(towlower(c));
-    return text;
-}
-
-HWND RichEdit(HWND window) {
+// The first child whose class name, in lower case, holds `part` (or is it, when `whole`).
+HWND ChildOfClass(HWND window, const std::wstring& part, bool whole) {
     for (HWND child : Children(window)) {
-        if (Lower(ClassOf(child)).find(L"richedit") != std::wstring::npos) return child;
+        std::wstring name = ClassOf(child);
+        for (auto& c : name) c = static_cast<wchar_t>(towlower(c));
+        if (whole ? name == part : name.find(part) != std::wstring::npos) return child;
     }
     return nullptr;
 }
-
-HWND MarginEntry(HWND window) {
-    for (HWND child : Children(window)) {
-        if (Lower(ClassOf(child)) == L"edit") return child;
-    }
-    return nullptr;
-}
+HWND RichEdit(HWND window) { return ChildOfClass(window, L"richedit", false); }
+HWND MarginEntry(HWND window) { return ChildOfClass(window, L"edit", true); }
 
 int Dpi() {
     HDC screen = GetDC(nullptr);
@@ -116,10 +109,13 @@ int Dpi() {
 
 int Twips(int pixels) { return MulDiv(pixels, 1440, Dpi()); }
 
-// Reports and closes a message box that appears within `milliseconds`, titled `title`.
-bool DismissMessageBox(const wchar_t* title, int milliseconds) {
-    HWND box = WaitForWindow(title, milliseconds);
-    if (box == nullptr) return false;
+// Reports and closes a message box titled `title` that appears in time, or reports none.
+void DismissMessageBox(const wchar_t* title) {
+    HWND box = WaitForWindow(title, kMessageWait);
+    if (box == nullptr) {
+        std::printf("message: none\n");
+        return;
+    }
     std::wstring text;
     for (HWND child : Children(box)) {
         if (ClassOf(child) == L"Static" && !TextOf(child).empty()) text = TextOf(child);
@@ -127,7 +123,6 @@ bool DismissMessageBox(const wchar_t* title, int milliseconds) {
     std::printf("message: %s: %s\n", Utf8(title).c_str(), Utf8(text).c_str());
     PostMessageW(box, WM_COMMAND, IDOK, 0);
     for (int i = 0; i < 30 && VisibleWindow(title) == box; ++i) Pause(100);
-    return true;
 }
 
 void PressKey(HWND target, UINT key) {
@@ -160,15 +155,10 @@ int Click(HWND window, int line, int column) {
 }
 
 void Dump(HWND window) {
-    RECT outer;
-    GetWindowRect(window, &outer);
     const auto prop = [&](const wchar_t* name) {
         return static_cast<long long>(reinterpret_cast<INT_PTR>(GetPropW(window, name)));
     };
     std::printf("window_twips %lld %lld\n", prop(L"CorvidWidthTwips"), prop(L"CorvidHeightTwips"));
-    std::printf("window_pixels %ld %ld\n", outer.right - outer.left, outer.bottom - outer.top);
-    std::printf("window_screen %ld %ld\n", outer.left, outer.top);
-    std::printf("dpi %d\n", Dpi());
     for (HWND child : Children(window)) {
         RECT r;
         GetWindowRect(child, &r);
@@ -181,12 +171,8 @@ void Dump(HWND window) {
                     Twips(r.bottom - r.top), r.left, r.top, r.right - r.left, r.bottom - r.top);
     }
     HWND text = RichEdit(window);
-    DWORD start = 0;
-    DWORD end = 0;
     const LRESULT packed = SendMessageW(text, EM_GETSEL, 0, 0);
-    start = LOWORD(packed);
-    end = HIWORD(packed);
-    std::printf("selection %lu %lu\n", start, end - start);
+    std::printf("selection %d %d\n", LOWORD(packed), HIWORD(packed) - LOWORD(packed));
     std::printf("screen_font %lld\n", prop(L"CorvidScreenFont"));
     std::wstring all = TextOf(text);
     while (!all.empty() && (all.back() == L'\r' || all.back() == L'\n')) all.pop_back();
@@ -194,7 +180,6 @@ void Dump(HWND window) {
     std::printf("last_line %s\n",
                 Utf8(last_break == std::wstring::npos ? all : all.substr(last_break + 1)).c_str());
     std::printf("margin %s\n", Utf8(TextOf(MarginEntry(window))).c_str());
-    std::printf("visible %d\n", IsWindowVisible(window) ? 1 : 0);
 }
 
 int DismissAll(const char* out_file, int seconds) {
@@ -203,16 +188,12 @@ int DismissAll(const char* out_file, int seconds) {
     while (std::chrono::steady_clock::now() < end && !std::filesystem::exists(stop)) {
         if (HWND window = VisibleWindow(kCaption)) {
             std::ofstream out(out_file, std::ios::app | std::ios::binary);
-            std::wstring text = TextOf(RichEdit(window));
-            std::string utf8 = Utf8(text);
+            // One LF per line, as the report's lines were written.
+            const std::string text = Utf8(TextOf(RichEdit(window)));
             std::string lines;
-            for (std::size_t i = 0; i < utf8.size(); ++i) {
-                if (utf8[i] == '\r') {
-                    lines += '\n';
-                    if (i + 1 < utf8.size() && utf8[i + 1] == '\n') ++i;
-                } else {
-                    lines += utf8[i];
-                }
+            for (std::size_t i = 0; i < text.size(); ++i) {
+                if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+                lines += text[i] == '\r' ? '\n' : text[i];
             }
             out << lines << (lines.empty() || lines.back() == '\n' ? "" : "\n")
                 << "-- end of window --\n";
@@ -247,8 +228,7 @@ int main(int argc, char** argv) {
     } else if (command == "key" && argc == 3) {
         const std::string key = argv[2];
         PressKey(RichEdit(window), key == "f3" ? VK_F3 : VK_ESCAPE);
-        if (key == "f3" && !DismissMessageBox(L"ADVERTENCIA", kMessageWait))
-            std::printf("message: none\n");
+        if (key == "f3") DismissMessageBox(L"ADVERTENCIA");
     } else if (command == "resize" && argc == 4) {
         const int dpi = Dpi();
         SetWindowPos(window, nullptr, 0, 0, MulDiv(std::atoi(argv[2]), dpi, 1440),
@@ -260,8 +240,7 @@ int main(int argc, char** argv) {
         // Leaving the entry: the notification the window gets when the focus moves on.
         PostMessageW(window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(entry), EN_KILLFOCUS),
                      reinterpret_cast<LPARAM>(entry));
-        if (!DismissMessageBox(L"PrinterFiscalCorvid (commAPI)", kMessageWait))
-            std::printf("message: none\n");
+        DismissMessageBox(L"PrinterFiscalCorvid (commAPI)");
         Pause(200);
     } else if (command == "button" && argc == 3) {
         // Any control by its text: the font images ("+", "-") notify as buttons do.
@@ -278,7 +257,7 @@ int main(int argc, char** argv) {
         HWND entry = FindWindowExW(ask, nullptr, L"Edit", nullptr);
         SendMessageW(entry, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(argv[2]).c_str()));
         PostMessageW(ask, WM_COMMAND, IDOK, 0);
-        if (!DismissMessageBox(L"ADVERTENCIA", kMessageWait)) std::printf("message: none\n");
+        DismissMessageBox(L"ADVERTENCIA");
     } else if (command == "dump") {
         Dump(window);
     } else {

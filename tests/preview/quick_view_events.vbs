@@ -1,12 +1,6 @@
-' A click in the shown report reaches the host: the script connects to lfQuickView's events,
-' gives it a notify target, builds a four-line report and shows it modally. While Show
-' waits, the window test runner clicks the third line of the text box at column 5 and then
-' presses Escape, which hides the window and lets Show return. The third line of the text
-' box is "Total a pagar 1234,56 " (every report line ends in one space), so both the event
-' handler and the notify target must have received that text and column 5, once each.
-' Prints PASS/FAIL lines and DONE; it needs nothing put in front of it (it defines no names
-' of the shared checks, so it also runs with them in front).
-
+' A click in the shown report reaches the host: while Show waits, the window test runner
+' clicks the third line ("Total a pagar 1234,56 ") at column 5 and presses Escape; the event
+' handler and the notify target must each get that line and column once.
 Dim qv, events, notified, connected, onWine, shell
 events = ""
 notified = ""

@@ -1,15 +1,20 @@
-// Building a report: alignment, paging, page breaks and the text as shown.
+// Building, fitting and printing a report on the fake printer.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "automation/vb_error.h"
+#include "preview/printer_metrics.h"
 #include "quick_view_fixture.h"
+#include "support/vb_error_testing.h"
 
 namespace corvid::preview::testing {
 namespace {
 
 using automation::VbError;
+using host::PromptAnswer;
+using test_support::ErrorNumberOf;
+using Log = std::vector<std::string>;
 
 std::string Underscores(int count) { return std::string(static_cast<std::size_t>(count), '_'); }
 
@@ -22,6 +27,18 @@ class QuickViewReportTest : public QuickViewTest {
         view->SetReportWidth(width);
         return view;
     }
+    // A shown four-column report: two lines, a page break, one more line.
+    std::unique_ptr<lfQuickView> ShownReport() {
+        auto view = MakeView();
+        view->SetReportWidth(4);
+        view->SetLinesPerPage(lfQuickView::kNoPaging);
+        view->Add("one", alignments::kLeft);
+        view->Add("two", alignments::kRight);
+        view->PageBreak();
+        view->Add("three", alignments::kLeft);
+        view->LoadText();
+        return view;
+    }
 };
 
 TEST_F(QuickViewReportTest, BreaksThePageBeforeTheLineThatWouldReachTheLastLine) {
@@ -29,32 +46,23 @@ TEST_F(QuickViewReportTest, BreaksThePageBeforeTheLineThatWouldReachTheLastLine)
     view->SetLinesPerPage(10);
     EXPECT_EQ(view->LineasPagina(), 9);
     std::string expected;
-    for (int i = 1; i <= 8; ++i) {
+    for (int i = 1; i <= 9; ++i) {
         view->Add("l" + std::to_string(i), alignments::kLeft);
+        if (i == 9) expected += Underscores(8) + "\r\n";
         expected += "l" + std::to_string(i) + " \r\n";
+        EXPECT_EQ(view->Pagina(), i < 9 ? 1 : 2);
     }
-    EXPECT_EQ(view->Linea(), 9);
-    EXPECT_EQ(view->Pagina(), 1);
-
-    view->Add("l9", alignments::kLeft);
-    EXPECT_EQ(view->Pagina(), 2);
     EXPECT_EQ(view->Linea(), 2);
-    expected += Underscores(8) + "\r\nl9 \r\n";
     EXPECT_EQ(Shown(*view), expected);
-}
 
-TEST_F(QuickViewReportTest, NoPagingKeepsTheLineCounterStill) {
-    auto view = MakeReport(6);
     view->SetLinesPerPage(lfQuickView::kNoPaging);
     for (int i = 0; i < 200; ++i) view->Add("x", alignments::kLeft);
-    EXPECT_EQ(view->Linea(), 1);
-    EXPECT_EQ(view->Pagina(), 1);
-    EXPECT_EQ(Shown(*view).find('_'), std::string::npos);
+    EXPECT_EQ(view->Linea(), 2);
+    EXPECT_EQ(view->Pagina(), 2);
 }
 
 TEST_F(QuickViewReportTest, ExplicitPageBreakCountsFromTheGivenPage) {
     auto view = MakeReport(3);
-    view->SetLinesPerPage(50);
     view->SetNumeroPagina(7);
     view->Add("a", alignments::kLeft);
     view->PageBreak();
@@ -63,43 +71,36 @@ TEST_F(QuickViewReportTest, ExplicitPageBreakCountsFromTheGivenPage) {
     EXPECT_EQ(Shown(*view), "a \r\n" + Underscores(5) + "\r\n");
 }
 
-TEST_F(QuickViewReportTest, CentresRoundingHalfToEvenAndCutsLongTexts) {
-    auto eight = MakeReport(8);
-    eight->Add("abc", alignments::kCentre);         // 2.5 spaces -> 2
-    eight->Add("abcdefghij", alignments::kCentre);  // cut to the width
-    EXPECT_EQ(Shown(*eight), "  abc \r\nabcdefgh \r\n");
-
-    auto ten = MakeReport(10);
-    ten->Add("abc", alignments::kCentre);  // 3.5 spaces -> 4
-    EXPECT_EQ(Shown(*ten), "    abc \r\n");
-}
-
-TEST_F(QuickViewReportTest, RightAlignsAndRefusesTextsWiderThanTheReport) {
-    auto view = MakeReport(8);
-    view->Add("abc", alignments::kRight);
-    view->Add("12345678", alignments::kRight);
-    view->Add("ignored", 7);  // an unknown alignment gives an empty line
-    EXPECT_EQ(Shown(*view), "     abc \r\n12345678 \r\n \r\n");
-
-    try {
-        view->Add("123456789", alignments::kRight);
-        FAIL() << "no error raised";
-    } catch (const VbError& error) {
-        EXPECT_EQ(error.number(), 5);
+// Centring rounds the spaces half to even (2.5 -> 2, 3.5 -> 4) and cuts long texts; an
+// unknown alignment gives an empty line.
+TEST_F(QuickViewReportTest, AlignsEachLineInTheReportWidth) {
+    const std::tuple<std::int16_t, const char*, std::int16_t, const char*> cases[] = {
+        {8, "abc", alignments::kCentre, "  abc \r\n"},
+        {10, "abc", alignments::kCentre, "    abc \r\n"},
+        {8, "abcdefghij", alignments::kCentre, "abcdefgh \r\n"},
+        {8, "abc", alignments::kRight, "     abc \r\n"},
+        {8, "12345678", alignments::kRight, "12345678 \r\n"},
+        {8, "ignored", 7, " \r\n"}};
+    for (const auto& [width, text, alignment, shown] : cases) {
+        auto view = MakeReport(width);
+        view->Add(text, alignment);
+        EXPECT_EQ(Shown(*view), shown) << text;
     }
+    EXPECT_EQ(ErrorNumberOf([&] { MakeReport(8)->Add("123456789", alignments::kRight); }), 5);
 }
 
 TEST_F(QuickViewReportTest, LinesAddedAfterShowingGoIntoTheTextBoxBreakFirst) {
     auto view = MakeReport(8);
+    int announced = 0;
+    view->SetTextAddedListener([&] { ++announced; });
     view->Add("a", alignments::kLeft);
     view->Add("b", alignments::kLeft);
     view->LoadText();
-    EXPECT_TRUE(view->loaded());
     EXPECT_EQ(view->textBox().sel_start(), 1);
-
     view->Add("c", alignments::kLeft);
     EXPECT_EQ(view->textBox().text(), "a \r\nb \r\n\r\nc ");
     EXPECT_EQ(view->textBox().sel_start(), 12);  // after the new line
+    EXPECT_EQ(announced, 1);
 
     // Showing again keeps the text and puts the caret back near the top.
     view->LoadText();
@@ -107,21 +108,16 @@ TEST_F(QuickViewReportTest, LinesAddedAfterShowingGoIntoTheTextBoxBreakFirst) {
     EXPECT_EQ(view->textBox().sel_start(), 1);
 }
 
-TEST_F(QuickViewReportTest, CountersOverflowLikeVbIntegers) {
+TEST_F(QuickViewReportTest, CountersOverflowLikeVbIntegersAndTheMarginMustNotBeNegative) {
     auto view = MakeReport(8);
     view->SetNumeroPagina(32767);
-    EXPECT_THROW(view->PageBreak(), VbError);
-
-    auto wide = MakeReport(32766);  // the break line would be 32768 wide
-    EXPECT_THROW(wide->PageBreak(), VbError);
-
+    EXPECT_EQ(ErrorNumberOf([&] { view->PageBreak(); }), 6);
+    EXPECT_EQ(ErrorNumberOf([&] { MakeReport(32766)->PageBreak(); }), 6);  // a 32768-wide line
     view->SetLinesPerPage(-32768);
-    EXPECT_THROW(view->LineasPagina(), VbError);
-}
+    EXPECT_EQ(ErrorNumberOf([&] { view->LineasPagina(); }), 6);
+    EXPECT_EQ(ErrorNumberOf([&] { MakeView()->SetReportWidth(32762); }), 6);  // with its allowance
 
-TEST_F(QuickViewReportTest, NegativeLeftMarginIsRefusedWithTheWindowsOwnError) {
-    auto view = MakeView();
-    view->SetLeftMargin(4);
+    view->SetLeftMargin(0);
     try {
         view->SetLeftMargin(-1);
         FAIL() << "no error raised";
@@ -130,7 +126,7 @@ TEST_F(QuickViewReportTest, NegativeLeftMarginIsRefusedWithTheWindowsOwnError) {
         EXPECT_EQ(error.source(), "lfQuickView::SetLeftMargin");
         EXPECT_EQ(error.description(), "Argumento inv\xE1lido");
     }
-    EXPECT_EQ(view->LeftMargin(), 4);
+    EXPECT_EQ(view->LeftMargin(), 0);
 }
 
 class RecordingWindow : public QuickViewWindow {
@@ -139,15 +135,14 @@ class RecordingWindow : public QuickViewWindow {
         view.LoadText();
         shown_text = view.textBox().text();
     }
-    std::string shown_text;
     void Hide() override {}
+    std::string shown_text;
 };
 
 TEST_F(QuickViewReportTest, ShowModalUsesTheWindowFromTheFactoryOrJustLoadsTheText) {
     auto bare = MakeReport(8);
     bare->Add("x", alignments::kLeft);
     bare->ShowModal();
-    EXPECT_TRUE(bare->loaded());
     EXPECT_EQ(bare->textBox().text(), "x \r\n");
 
     auto window = std::make_shared<RecordingWindow>();
@@ -157,6 +152,184 @@ TEST_F(QuickViewReportTest, ShowModalUsesTheWindowFromTheFactoryOrJustLoadsTheTe
     view->Add("y", alignments::kLeft);
     view->ShowModal();
     EXPECT_EQ(window->shown_text, "y \r\n");
+}
+
+// The font is fitted in half-point steps until the report's columns and six more fit 98 % of
+// the page: on the fake's 8-inch page, 126 columns fit at 7 points. The page length is the
+// page over the line height, less three, rounded half to even; the report uses one line less.
+TEST_F(QuickViewReportTest, FitsTheFontAndThePageLengthToTheReportWidth) {
+    struct Case {
+        const char* name;
+        std::int16_t width;
+        std::vector<std::pair<const char*, const char*>> view_settings;
+        double smallest_size;
+        double scale_height;
+        double font_size;
+        int lines;
+    };
+    const Case cases[] = {
+        {"120 columns", 120, {}, 1, 15120, 7.0, 104},
+        {"from the largest size set", 40, {{"MaxFontSize", "11.5pt"}}, 1, 15120, 11.5, 62},
+        {"48.5 lines", 40, {}, 1, 280 * 51.5, 14.0, 47},
+        {"the smallest size the device offers", 120, {}, 9, 15120, 9.0, 80},
+        {"offset (half to even) and factor",
+         120,
+         {{"FontOffset", "2.5"}, {"FontFactor", "1.5"}},
+         1,
+         15120,
+         (7.0 + 2) * 1.5,
+         52}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        for (const auto& [key, value] : c.view_settings) SetViewSetting(key, value);
+        printer_->smallest_size = c.smallest_size;
+        printer_->scale_height = c.scale_height;
+        auto view = MakeView();
+        EXPECT_TRUE(view->SetReportWidth(c.width));
+        EXPECT_DOUBLE_EQ(printer_->font_size, c.font_size);
+        EXPECT_EQ(view->LineasPagina(), c.lines);
+        EXPECT_EQ(printer_->font_name, "Courier New");
+        EXPECT_FALSE(printer_->bold);
+        settings_->Clear();
+    }
+    EXPECT_TRUE(prompts_->prompts().empty());
+}
+
+TEST_F(QuickViewReportTest, TooSmallAFontWarnsAndOnlyNoGoesOn) {
+    const Log warning = {
+        "ADVERTENCIA: El reporte podr\xED"
+        "a no imprimirse completo con su "
+        "actual configuraci\xF3n de impresi\xF3n",
+        "Desea emitirlo, a pesar de ello"};
+    SetViewSetting("FontFactor", "0.5");  // 7 points become 3.5
+    auto view = MakeView();
+    ASSERT_EQ(prompts_->texts(), warning);
+    EXPECT_EQ(prompts_->prompts()[1].buttons, host::PromptButtons::kYesNo);
+    // Yes (the default answer here) keeps the old page length and reports no fit.
+    view->SetLinesPerPage(30);
+    EXPECT_FALSE(view->SetReportWidth(120));
+    EXPECT_EQ(view->LineasPagina(), 29);
+    prompts_->QueueAnswer(PromptAnswer::kOk);
+    prompts_->QueueAnswer(PromptAnswer::kNo);
+    EXPECT_TRUE(view->SetReportWidth(120));
+    EXPECT_EQ(view->LineasPagina(), 15120 / 70 - 3 - 1);
+
+    // A printer measuring in pixels has no printable width: the font shrinks to 4 points.
+    settings_->Clear();
+    printer_->scale_mode = scale_modes::kPixels;
+    prompts_->QueueAnswer(PromptAnswer::kOk);
+    prompts_->QueueAnswer(PromptAnswer::kNo);
+    const std::size_t before = prompts_->prompts().size();
+    auto pixels = MakeView();
+    EXPECT_DOUBLE_EQ(printer_->font_size, 4.0);
+    EXPECT_EQ(pixels->LineasPagina(), 15120 / 80 - 3 - 1);
+    EXPECT_EQ(prompts_->prompts().size(), before + 2);
+}
+
+TEST_F(QuickViewReportTest, ChosenPrintFontOnlyStoresTheWidthAndAFailingPrinterEndsTheFit) {
+    auto view = MakeView();
+    view->SetPrintFontSize(9);
+    EXPECT_FALSE(view->SetReportWidth(40));
+    EXPECT_EQ(view->reportWidth(), 40);
+    EXPECT_DOUBLE_EQ(printer_->font_size, 9.0);
+    EXPECT_EQ(view->LineasPagina(), 104);
+
+    printer_->failing = {"TextHeight"};
+    EXPECT_EQ(MakeView()->LineasPagina(), -1);  // never got to the page length
+    printer_->failing = {"ScaleWidth"};
+    EXPECT_FALSE(view->SetReportWidth(40));
+    EXPECT_EQ(view->LineasPagina(), 104);
+}
+
+TEST(PrinterMetricsTest, ScaleModesToInches) {
+    EXPECT_DOUBLE_EQ(ScaleToInches(scale_modes::kPoints), 1.0 / 1440);
+    EXPECT_DOUBLE_EQ(ScaleToInches(scale_modes::kCharacters), 120.0 / 1440);
+    EXPECT_DOUBLE_EQ(ScaleToInches(scale_modes::kPixels), 0.0);
+    FakePrinter printer;
+    printer.scale_mode = scale_modes::kMillimetres;
+    EXPECT_DOUBLE_EQ(TextWidthInches(printer, 5), 5 * 10 * 12 / 25.4);
+}
+
+TEST_F(QuickViewReportTest, PrintsTheShownTextWithTheMarginAndBreakLinesAsNewPages) {
+    auto hidden = MakeView();
+    hidden->Add("hidden", alignments::kLeft);
+    hidden->PrintListBox();  // not yet shown: only the opening space
+    EXPECT_EQ(printer_->log, (Log{"line: ", "enddoc"}));
+
+    printer_->log.clear();
+    auto view = ShownReport();
+    view->SetLeftMargin(2);
+    view->Add("four", alignments::kLeft);
+    view->Add("_under", alignments::kLeft);  // any line starting with "_" breaks the page
+    view->PrintListBox();
+    EXPECT_EQ(printer_->log,
+              (Log{"line: ", "line:  one ", "line:   two ", "newpage", "line:  three ",
+                   "line:  ", "line:  four ", "newpage", "enddoc"}));
+    EXPECT_FALSE(view->printing());
+}
+
+TEST_F(QuickViewReportTest, VerifoneGetsEveryLineAsCarriageReturnAndFortyColumns) {
+    printer_->device_name = "VeriFone";
+    auto view = ShownReport();
+    view->SetLeftMargin(3);
+    view->Add(std::string(45, 'x'), alignments::kLeft);
+    view->PrintListBox();
+    const auto padded = [](const std::string& line) {
+        return "text:\r" + line + std::string(40 - line.size(), ' ');
+    };
+    EXPECT_EQ(printer_->log,
+              (Log{"line: ", padded("one "), padded(" two "), padded("______"), padded("three "),
+                   padded(""), "text:\r" + std::string(40, 'x'), "enddoc"}));
+}
+
+TEST_F(QuickViewReportTest, PrintRefitsTheFontUnlessItWasChosen) {
+    auto view = ShownReport();
+    view->SetReportWidth(120);
+    printer_->font_size = 20;
+    view->PrintListBox();
+    EXPECT_DOUBLE_EQ(printer_->font_size, 7.0);
+    view->SetPrintFontSize(9);
+    view->PrintListBox();
+    EXPECT_DOUBLE_EQ(printer_->font_size, 9.0);
+}
+
+TEST_F(QuickViewReportTest, StopRequestedWhilePrintingAbortsAtTheNextLine) {
+    for (const auto& [stop_at, log] : {std::pair{"one ", Log{"line: ", "line:one ", "killdoc"}},
+                                       {"three ", Log{"line: ", "line:one ", "line: two ",
+                                                      "newpage", "line:three ", "killdoc"}}}) {
+        printer_->log.clear();
+        auto view = ShownReport();
+        printer_->on_print_line = [&, stop = std::string(stop_at)](const std::string& line) {
+            if (line == stop) view->StopPrinting();
+        };
+        view->PrintListBox();
+        EXPECT_EQ(printer_->log, log);
+        EXPECT_FALSE(view->printing());
+    }
+}
+
+TEST_F(QuickViewReportTest, PrinterErrorAbandonsTheJobAndReachesTheHost) {
+    auto view = ShownReport();
+    bool printing_while_printing = false;
+    printer_->on_print_line = [&](const std::string&) {
+        printing_while_printing = printing_while_printing || view->printing();
+    };
+    printer_->failing = {"NewPage"};
+    try {
+        view->PrintListBox();
+        ADD_FAILURE() << "the printer error was swallowed";
+    } catch (const VbError& error) {
+        EXPECT_EQ(error.number(), 482);
+        EXPECT_EQ(error.source(), "lfQuickView::PrintListBox");
+        EXPECT_EQ(error.description(), "Printer error");
+    }
+    EXPECT_TRUE(printing_while_printing);
+    EXPECT_FALSE(view->printing());
+    EXPECT_EQ(printer_->log, (Log{"line: ", "line:one ", "line: two ", "killdoc"}));
+
+    printer_->failing = {"EndDoc", "KillDoc"};  // a failing abort keeps the first error
+    EXPECT_EQ(ErrorNumberOf([&] { view->PrintListBox(); }), 482);
+    EXPECT_FALSE(view->printing());
 }
 
 }  // namespace

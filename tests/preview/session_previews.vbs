@@ -1,8 +1,6 @@
-' The previews a session shows when it closes, as a host sees them on a desktop: in test
-' mode Cerrar shows what would have been sent, modally (and releasing the session closes
-' it, and shows it, once more); with "IsDebug" and "DebugInmediato" Cerrar shows the trace
-' view. The window test runner closes each preview as it appears and keeps its text
-' (quickview-driver dismiss-all); this script says when each Cerrar returned.
+' The previews a session shows at Cerrar on a desktop: in test mode what would have been sent
+' (and again when released), with "IsDebug" and "DebugInmediato" the trace view. The runner
+' closes each one as it appears and keeps its text; this script says when each Cerrar returned.
 Dim fso, p, q
 
 Sub WriteIni(text)
