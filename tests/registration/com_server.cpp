@@ -4,6 +4,7 @@
 #include <oleauto.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace corvid::registration {
 namespace {
@@ -98,9 +99,115 @@ HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
     return hr;
 }
 
+std::string Call(IDispatch* object, const std::string& member, std::vector<VARIANT> arguments) {
+    VARIANT result;
+    VariantInit(&result);
+    std::string error;
+    const HRESULT hr =
+        CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result, &error);
+    VariantClear(&result);
+    if (hr == S_OK) return "S_OK";
+    char code[16];
+    snprintf(code, sizeof code, "%08lX", static_cast<unsigned long>(hr));
+    return std::string(code) + " " + error;
+}
+
+IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
+                      std::vector<VARIANT> arguments) {
+    VARIANT result;
+    VariantInit(&result);
+    if (FAILED(CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result)) ||
+        result.vt != VT_DISPATCH) {
+        VariantClear(&result);
+        return nullptr;
+    }
+    return result.pdispVal;
+}
+
 ULONG References(IUnknown* object) {
     object->AddRef();
     return object->Release();
+}
+
+VARIANT Short(SHORT value) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_I2;
+    v.iVal = value;
+    return v;
+}
+
+VARIANT Long(LONG value) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_I4;
+    v.lVal = value;
+    return v;
+}
+
+VARIANT Object(IDispatch* object) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_DISPATCH;
+    v.pdispVal = object;
+    return v;
+}
+
+VARIANT Bstr(const wchar_t* text) {
+    VARIANT v;
+    VariantInit(&v);
+    v.vt = VT_BSTR;
+    v.bstrVal = SysAllocString(text);
+    return v;
+}
+
+SettingsFile::SettingsFile(const std::string& lines) {
+    const std::string text = "[Config\\NimbusPF]\r\n" + lines + "\r\n";
+    HANDLE file = CreateFileA("ORV.ini", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    if (file != INVALID_HANDLE_VALUE) {
+        WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+        CloseHandle(file);
+    }
+}
+
+SettingsFile::~SettingsFile() { DeleteFileA("ORV.ini"); }
+
+STDMETHODIMP HostObject::QueryInterface(REFIID iid, void** object) {
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != IID_IDispatch && iid != also_) return E_NOINTERFACE;
+    *object = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count) {
+    *count = 0;
+    return S_OK;
+}
+
+STDMETHODIMP HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) {
+    *ids = std::wstring(names[0]) == L"ReportClicked" ? 7 : DISPID_UNKNOWN;
+    return *ids == 7 ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+STDMETHODIMP HostObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
+                                EXCEPINFO* excepinfo, UINT*) {
+    const VARIANT* last = &params->rgvarg[params->cArgs - 1];
+    const bool with_cancel = params->cArgs == 3;
+    calls.push_back({member, last[0].vt == VT_BSTR ? last[0].bstrVal : L"<not a String>",
+                     last[-1].vt == VT_I4 ? last[-1].lVal : -1,
+                     with_cancel ? params->rgvarg[0].vt : VARTYPE{VT_EMPTY}});
+    if (with_cancel && set_cancel) {
+        VARIANT* cancel = params->rgvarg[0].pvarVal;
+        cancel->vt = VT_BOOL;
+        cancel->boolVal = VARIANT_TRUE;
+    }
+    if (!fail) return S_OK;
+    excepinfo->scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 91);
+    excepinfo->bstrDescription = SysAllocString(L"the host's own error");
+    return DISP_E_EXCEPTION;
 }
 
 }  // namespace corvid::registration

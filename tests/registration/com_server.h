@@ -1,5 +1,6 @@
 // CorvidAPI.dll loaded in-process, as a host's COM runtime would, without registration:
-// objects are made through its DllGetClassObject and driven late-bound, by name.
+// objects are made through its DllGetClassObject and driven late-bound, by name. Also the
+// arguments and objects a host hands to them.
 #pragma once
 
 #include <windows.h>
@@ -36,7 +37,66 @@ DISPID DispidOf(IDispatch* object, const std::string& name);
 HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
                    std::vector<VARIANT> arguments, VARIANT* result, std::string* error = nullptr);
 
+// The outcome of a method call: "S_OK", or the HRESULT in hexadecimal and the description
+// of the raised error.
+std::string Call(IDispatch* object, const std::string& member, std::vector<VARIANT> arguments = {});
+// The object a method returns, with the reference the host now holds; null on failure.
+IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
+                      std::vector<VARIANT> arguments = {});
+
 // The reference count `object` has.
 ULONG References(IUnknown* object);
+
+VARIANT Short(SHORT value);
+VARIANT Long(LONG value);
+VARIANT Object(IDispatch* object);
+// A String argument, which the caller frees with VariantClear.
+VARIANT Bstr(const wchar_t* text);
+
+// ORV.ini in the current folder, where a session reads its settings when it is made.
+class SettingsFile {
+  public:
+    explicit SettingsFile(const std::string& lines);
+    ~SettingsFile();
+    SettingsFile(const SettingsFile&) = delete;
+    SettingsFile& operator=(const SettingsFile&) = delete;
+};
+
+// A host's own object: answers IUnknown, IDispatch and `also` (so it may claim one of the
+// server's interfaces), counts its references and records every call it gets. Its one
+// member, found by name, is ReportClicked (DISPID 7).
+class HostObject : public IDispatch {
+  public:
+    struct Call {
+        DISPID member;
+        std::wstring line;
+        LONG column;
+        VARTYPE cancel_form;  // VT_EMPTY when no third argument came
+    };
+
+    explicit HostObject(const IID& also = IID_IDispatch) : also_(also) {}
+    virtual ~HostObject() = default;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override { return --references_; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override;
+    // Records the call; sets a by-reference cancel to True when `set_cancel`, and raises an
+    // error of its own when `fail`.
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
+                        EXCEPINFO* excepinfo, UINT*) override;
+
+    ULONG references() const { return references_; }
+
+    std::vector<Call> calls;
+    bool set_cancel = false;
+    bool fail = false;
+
+  private:
+    IID also_;
+    ULONG references_ = 1;
+};
 
 }  // namespace corvid::registration
