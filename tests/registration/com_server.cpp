@@ -29,6 +29,17 @@ Function Export(const char* name) {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server(), name)));
 }
 
+// The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
+DISPID DispidOf(IDispatch* object, const std::string& name) {
+    std::wstring wide = Wide(name);
+    LPOLESTR names[] = {wide.data()};
+    DISPID id = DISPID_UNKNOWN;
+    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
+        return DISPID_UNKNOWN;
+    }
+    return id;
+}
+
 }  // namespace
 
 ComServer::ComServer() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -43,9 +54,7 @@ IClassFactory* ComServer::Factory(const std::string& clsid) {
         return nullptr;
     }
     IClassFactory* factory = nullptr;
-    if (FAILED(get_class_object(id, IID_IClassFactory, reinterpret_cast<void**>(&factory)))) {
-        return nullptr;
-    }
+    get_class_object(id, IID_IClassFactory, reinterpret_cast<void**>(&factory));
     return factory;
 }
 
@@ -61,16 +70,6 @@ IDispatch* ComServer::Create(const std::string& clsid) {
     factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&object));
     factory->Release();
     return object;
-}
-
-DISPID DispidOf(IDispatch* object, const std::string& name) {
-    std::wstring wide = Wide(name);
-    LPOLESTR names[] = {wide.data()};
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
-        return DISPID_UNKNOWN;
-    }
-    return id;
 }
 
 HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
@@ -130,32 +129,28 @@ ULONG References(IUnknown* object) {
 }
 
 VARIANT Short(SHORT value) {
-    VARIANT v;
-    VariantInit(&v);
+    VARIANT v{};
     v.vt = VT_I2;
     v.iVal = value;
     return v;
 }
 
 VARIANT Long(LONG value) {
-    VARIANT v;
-    VariantInit(&v);
+    VARIANT v{};
     v.vt = VT_I4;
     v.lVal = value;
     return v;
 }
 
 VARIANT Object(IDispatch* object) {
-    VARIANT v;
-    VariantInit(&v);
+    VARIANT v{};
     v.vt = VT_DISPATCH;
     v.pdispVal = object;
     return v;
 }
 
 VARIANT Bstr(const wchar_t* text) {
-    VARIANT v;
-    VariantInit(&v);
+    VARIANT v{};
     v.vt = VT_BSTR;
     v.bstrVal = SysAllocString(text);
     return v;
@@ -196,9 +191,10 @@ STDMETHODIMP HostObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* p
                                 EXCEPINFO* excepinfo, UINT*) {
     const VARIANT* last = &params->rgvarg[params->cArgs - 1];
     const bool with_cancel = params->cArgs == 3;
-    calls.push_back({member, last[0].vt == VT_BSTR ? last[0].bstrVal : L"<not a String>",
-                     last[-1].vt == VT_I4 ? last[-1].lVal : -1,
-                     with_cancel ? params->rgvarg[0].vt : VARTYPE{VT_EMPTY}});
+    calls.push_back(std::to_wstring(member) + L"|" +
+                    (last[0].vt == VT_BSTR ? last[0].bstrVal : L"<not a String>") + L"|" +
+                    std::to_wstring(last[-1].vt == VT_I4 ? last[-1].lVal : -1) + L"|" +
+                    std::to_wstring(with_cancel ? params->rgvarg[0].vt : 0));
     if (with_cancel && set_cancel) {
         VARIANT* cancel = params->rgvarg[0].pvarVal;
         cancel->vt = VT_BOOL;

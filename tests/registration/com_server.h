@@ -28,9 +28,6 @@ class ComServer {
     HRESULT CanUnloadNow();
 };
 
-// The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
-DISPID DispidOf(IDispatch* object, const std::string& name);
-
 // Invokes `name` with `flags` and the arguments in the order a host writes them; a
 // property put passes the last one as the value. Returns the HRESULT of Invoke; the
 // description of a raised error goes to `error` when given.
@@ -67,13 +64,6 @@ class SettingsFile {
 // member, found by name, is ReportClicked (DISPID 7).
 class HostObject : public IDispatch {
   public:
-    struct Call {
-        DISPID member;
-        std::wstring line;
-        LONG column;
-        VARTYPE cancel_form;  // VT_EMPTY when no third argument came
-    };
-
     explicit HostObject(const IID& also = IID_IDispatch) : also_(also) {}
     virtual ~HostObject() = default;
 
@@ -90,7 +80,8 @@ class HostObject : public IDispatch {
 
     ULONG references() const { return references_; }
 
-    std::vector<Call> calls;
+    // Each call as "DISPID|line|column|VARTYPE of the third argument (0 when none came)".
+    std::vector<std::wstring> calls;
     bool set_cancel = false;
     bool fail = false;
 

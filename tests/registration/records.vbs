@@ -1,7 +1,7 @@
 ' The status records as a host makes and fills them itself: replies given as a ByRef text
 ' or as arrays (numbers among them), each family of property read back with the type hosts
 ' declare and written from other types, and the errors that reach the host.
-Dim r1, r2, ed, r3, r4, z, m, i, table, flags
+Dim r1, r2, r3, r4, z, m, i, table, flags
 
 Function Fields(joined)
     Fields = Split(joined, "|")
@@ -15,8 +15,6 @@ reply = Replace("S105|0012345|00000120|7|3|2|9|1|44|4|15|16|J-31234567-8|z1f0000
 r1.loadFromResponse reply
 Set r2 = CreateObject("PrinterFiscalCorvid.PrinterResponse2")
 r2.loadFromResponse Array("S2 0001500", 240, "0", "2.5", "0001740", "1", " 2 ")
-Set ed = CreateObject("PrinterFiscalCorvid.EstadoDocumento")
-ed.loadFromResponse Fields("S2 0001500|0000240|0|2.5|0001740|1|2")
 flags = String(42, "0") & "30"
 Set r3 = CreateObject("PrinterFiscalCorvid.PrinterResponse3")
 r3.loadFromResponse Array("11600", "00800", "13100", flags)
@@ -34,10 +32,8 @@ table = Array( _
     "PrinterResponse1.numeroUltimaFactura", TypeName(r1.numeroUltimaFactura) & " " & r1.numeroUltimaFactura, "Long 120", _
     "PrinterResponse1.Serial", TypeName(r1.Serial) & " " & r1.Serial, "String z1f0000001", _
     "PrinterResponse1.Fecha", TypeName(r1.Fecha) & " " & CDbl(r1.Fecha), "Date " & CDbl(DateSerial(2024, 5, 17) + TimeSerial(10, 30, 0)), _
-    "PrinterResponse1.isFake", TypeName(r1.isFake) & " " & r1.isFake, "Boolean False", _
     "PrinterResponse2.subTotalImpuestos of a number in the array", r2.subTotalImpuestos, 2.4, _
     "PrinterResponse2.cantidadItems", TypeName(r2.cantidadItems) & " " & r2.cantidadItems, "Double 2.5", _
-    "EstadoDocumento.NotaS2", TypeName(ed.NotaS2) & " " & ed.NotaS2, "String 2.5", _
     "PrinterResponse3.TipoTasa1", TypeName(r3.TipoTasa1) & " " & r3.TipoTasa1, "Boolean True", _
     "PrinterResponse3.Flag(21)", TypeName(r3.Flag(21)) & " " & r3.Flag(21), "Integer 30", _
     "PrinterResponse3.imagenIncluido(True)", r3.imagenIncluido(True), "INCLUIDO", _
@@ -45,8 +41,6 @@ table = Array( _
     "PrinterResponse3.toString", TypeName(r3.toString()), "String", _
     "PrinterResponse4.nMedios", TypeName(r4.nMedios) & " " & r4.nMedios, "Integer 3", _
     "PrinterResponse4.valor(2)", TypeName(r4.valor(2)) & " " & r4.valor(2), "Currency 25.5", _
-    "ResumenZ.numeroUltimoZ of a new one", z.numeroUltimoZ, -1, _
-    "ReporteZMF.horaUltimaFactura", TypeName(m.horaUltimaFactura) & " " & Hour(m.horaUltimaFactura), "Date 10", _
     "ReporteZMF.toString (a Variant)", TypeName(m.toString()), "String")
 For i = 0 To UBound(table) Step 3
     Check table(i), table(i + 1), table(i + 2)

@@ -64,17 +64,11 @@ std::string Flags(USHORT flags) {
     return text;
 }
 
-std::string InvokeKind(INVOKEKIND kind) {
-    switch (kind) {
-        case INVOKE_FUNC:
-            return "method";
-        case INVOKE_PROPERTYGET:
-            return "get";
-        case INVOKE_PROPERTYPUT:
-            return "put";
-        default:
-            return "putref";
-    }
+const char* InvokeKind(INVOKEKIND kind) {
+    return kind == INVOKE_FUNC          ? "method"
+           : kind == INVOKE_PROPERTYGET ? "get"
+           : kind == INVOKE_PROPERTYPUT ? "put"
+                                        : "putref";
 }
 
 void WriteFunction(ITypeInfo* info, const FUNCDESC& function, std::ostream& out) {
