@@ -23,7 +23,7 @@ Check "an invoice", p.SetDate(DateSerial(2024, 5, 17)) & p.SetTime(TimeSerial(10
 Check "Response2 during the invoice", p.Response2.subTotalVenta & "/" & p.Response2.total, "25/28.6"
 Set doc = p.getEstadoDocumento
 Check "getEstadoDocumento during the invoice", doc.MontoPorPagar & "/" & doc.estado, "28.6/1"
-Check "SubTotal and PasarMontoDescuento say False when accepted", p.SubTotal() & p.PasarMontoDescuento(1), "FalseFalse"
+Check "SubTotal(True) and PasarMontoDescuento say False when accepted", p.SubTotal(True) & p.PasarMontoDescuento(1), "FalseFalse"
 Check "CerrarConMedio", p.CerrarConMedio(1, 30) & " " & p.resultFlag, "0 6"
 Check "Response4: cash took the sale, change deducted", p.Response4.valor(1), 27.45
 Check "PrintNoFiscal", p.PrintNoFiscal("Gracias", True), 0
@@ -61,7 +61,8 @@ p.Cerrar
 paper = CreateObject("Scripting.FileSystemObject").OpenTextFile("sale.paper").ReadAll()
 lines = Array("FECHA: 17-05-2024            HORA: 10:30", "CAJERO: 00007", "ANA DIAZ", "RIF:V-1", _
     "Av. Sucre" & vbLf & "Caracas", "CAFE                      (G)      20,00", _
-    "C1 PAN                    (R)       5,00", "DESCUENTO                          -1,00", _
+    "C1 PAN                    (R)       5,00", "SUBTOTAL                           25,00", _
+    "DESCUENTO                          -1,00", _
     "TOTAL                              27,45", "EFECTIVO                           30,00", _
     "Gracias" & vbLf & String(40, "-"), "FACTURA AFECTADA: 00001521", "IMPRESORA: Z1B3000815", _
     "CAFE                      (G)      10,00", "TOTAL                              11,60")
