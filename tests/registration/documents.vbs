@@ -1,6 +1,6 @@
 ' Document members without a printer: arguments are converted before anything is sent, the
 ' optional arguments have their defaults, and results have the kinds hosts expect.
-Dim p, table, i
+Dim p, table
 ' Rates of its own, so that no rate is asked of the (absent) printer.
 WriteTextFile "ORV.ini", "[Config\NimbusPF\Tasas]" & vbCrLf & "0=0" & vbCrLf & "1=16" & vbCrLf & _
     "2=8" & vbCrLf & "3=31" & vbCrLf
@@ -32,9 +32,7 @@ table = Array( _
     "SetDate takes a date", p.SetDate(DateSerial(2024, 10, 31)), 1, _
     "SetTime takes date text", p.SetTime("10:30:00"), 1, _
     "PrintNoFiscal", p.PrintNoFiscal("hola", False), 1)
-For i = 0 To UBound(table) Step 3
-    Check table(i), table(i + 1), table(i + 2)
-Next
+CheckRows table
 p.pfError = 0
 p.reimprimirFactura 123
 Check "reimprimirFactura leaves its outcome in pfError", p.pfError, 1

@@ -1,6 +1,6 @@
 ' The properties of PrinterFiscal, read and written as a host does; the enum-typed ones
 ' arrive as 32-bit numbers with the enum's values.
-Dim p, table, i, code, narrowed
+Dim p, table, code, narrowed
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 table = Array( _
     "a new session: result", VarType(p.result) & " [" & p.result & "]", vbString & " []", _
@@ -11,9 +11,7 @@ table = Array( _
     "f21 is an Integer", VarType(p.f21), vbInteger, _
     "lError is an Integer", VarType(p.lError), vbInteger, _
     "tipoPrinter is a Long", VarType(p.tipoPrinter()), vbLong)
-For i = 0 To UBound(table) Step 3
-    Check table(i), table(i + 1), table(i + 2)
-Next
+CheckRows table
 
 p.result = Chr(2) & "A" & Chr(10) & "B" & Chr(3)
 Check "result written and read", Codes(p.result), "2,65,10,66,3"

@@ -1,6 +1,6 @@
 ' The members that return fields, arrays and Variants, on a session with "SkipChecks" on
 ' (set in ORV.ini): no status request and no reply wait, the single field "VOID".
-Dim p, fields, blocks, list, selector, mixed, record, item, table, i
+Dim p, fields, blocks, list, selector, mixed, record, item, table
 WriteTextFile "ORV.ini", "[Config\NimbusPF]" & vbCrLf & "SkipChecks=1" & vbCrLf
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 DeleteFileIfPresent "ORV.ini"
@@ -34,9 +34,7 @@ table = Array( _
     "AbrirGaveta is True when the drawer command fails", p.AbrirGaveta(), True, _
     "explainSTS1 ends with the status in hexadecimal", TypeName(p.explainSTS1()) & Right(p.explainSTS1(), 6), "String (0x0)", _
     "explainSTS2 ends with the status in hexadecimal", Right(p.explainSTS2(), 7), " (0xFF)")
-For i = 0 To UBound(table) Step 3
-    Check table(i), table(i + 1), table(i + 2)
-Next
+CheckRows table
 Set item = p.responseItem(2, mixed)
 CheckTrue "responseItem gives the object itself", item Is record
 

@@ -27,9 +27,7 @@ table = Array( _
     "CerrarZ without a port is Nothing", p.CerrarZ Is Nothing, True, _
     "each query makes a new record", p.Response3 Is p.Response3, False, _
     "tasa(4) is a Double", TypeName(p.tasa(4)) & " " & p.tasa(4), "Double 0")
-For i = 0 To UBound(table) Step 3
-    Check table(i), table(i + 1), table(i + 2)
-Next
+CheckRows table
 
 ' Errors of the session reach the host as they are.
 On Error Resume Next
