@@ -15,11 +15,6 @@
 namespace corvid::registration {
 namespace {
 
-constexpr char kPrinterFiscal[] = "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC";
-constexpr char kCStringBuffer[] = "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7";
-constexpr char kPrinterResponse1[] = "FB227847-75EF-4505-B215-22BA97C10BB5";
-constexpr char kPrinterResponse3[] = "6D93AB38-5EA9-4557-A2EB-3D41E9756220";
-
 // Each creatable class with one member a host would call on a fresh object.
 struct CreatableClass {
     const char* name;
@@ -35,7 +30,7 @@ const CreatableClass kCreatable[] = {
     {"EstadoDocumento", "30ABF7A0-1080-452F-B932-33EBEB4826AD", "toString", DISPATCH_METHOD},
     {"PrinterResponse3", kPrinterResponse3, "toString", DISPATCH_METHOD},
     {"PrinterResponse4", "F94F5C88-B28A-4482-A664-E2763B20507A", "loadFake", DISPATCH_METHOD},
-    {"ResumenZ", "77EEFE1C-CBDD-45C0-A930-F12420291E68", "toString", DISPATCH_METHOD},
+    {"ResumenZ", kResumenZ, "toString", DISPATCH_METHOD},
     {"ReporteZMF", "109B91AE-087A-4B19-9579-7B1CDA238E67", "toString", DISPATCH_METHOD},
 };
 
@@ -122,7 +117,7 @@ TEST_F(ObjectLifetimeTest, RecordsAndTheSessionTheyCameFromGoInEitherOrder) {
         ASSERT_EQ(CallByName(session, "s3", DISPATCH_PROPERTYPUTREF, {Object(records[2])}, nullptr),
                   S_OK);
         // A ResumenZ the host made, loaded from the session it is handed.
-        IDispatch* loaded = server_.Create("77EEFE1C-CBDD-45C0-A930-F12420291E68");
+        IDispatch* loaded = server_.Create(kResumenZ);
         ASSERT_NE(loaded, nullptr);
         EXPECT_EQ(Call(loaded, "load", {Object(session)}), "S_OK");
         records.push_back(loaded);

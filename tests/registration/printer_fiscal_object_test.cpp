@@ -11,9 +11,6 @@
 namespace corvid::registration {
 namespace {
 
-constexpr char kPrinterFiscal[] = "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC";
-constexpr char kCStringBuffer[] = "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7";
-constexpr char kResumenZ[] = "77EEFE1C-CBDD-45C0-A930-F12420291E68";
 // The dual interfaces of PrinterFiscal and PrinterResponse3.
 constexpr IID kPrinterFiscalInterface = {
     0xc411d3fe, 0xa8b5, 0x4bf3, {0x94, 0x81, 0x01, 0x94, 0x42, 0xca, 0xa8, 0x75}};

@@ -19,7 +19,6 @@
 namespace corvid::registration {
 namespace {
 
-constexpr char kLfQuickView[] = "B9F4FDFD-3E73-4EC8-BB86-5F05E5E51C18";
 constexpr CLSID kLfQuickViewClass = {
     0xb9f4fdfd, 0x3e73, 0x4ec8, {0xbb, 0x86, 0x5f, 0x05, 0xe5, 0xe5, 0x1c, 0x18}};
 // The event interface __lfQuickView.
