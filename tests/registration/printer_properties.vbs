@@ -32,10 +32,6 @@ CheckError "lError of a pfError beyond 16 bits", 6, "PrinterFiscalCorvid.Printer
 p.pfError = 0
 p.lError = 1
 CheckError "lError cannot be written", 438, "", ""
-p.lStatus = 1
-CheckError "lStatus cannot be written", 438, "", ""
-p.f21 = 40000
-CheckError "f21 refuses a value beyond 16 bits", 6, "", ""
 On Error GoTo 0
 
 Finish

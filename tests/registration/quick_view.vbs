@@ -17,8 +17,6 @@ CheckError "a right-aligned text wider than the report", 5, "", _
 qv.SetNumeroPagina 32767
 qv.PageBreak
 CheckError "a page number past 32767", 6, "PrinterFiscalCorvid.lfQuickView", "Overflow"
-qv.Linea = 3
-CheckError "Linea is read-only", 438, "", ""
 qv.LeftMargin = 5
 qv.LeftMargin = -1
 CheckError "a negative LeftMargin", &H80040005, "lfQuickView::SetLeftMargin", _

@@ -58,8 +58,6 @@ Check "a Boolean written as a number", r3.isFake, True
 On Error Resume Next
 r1.numeroCajero = 40000
 CheckError "an Integer beyond 16 bits", 6, "", ""
-r1.Fecha = "no date"
-CheckError "a Date that is no date", 13, "", ""
 r4.nMedios = 5
 CheckError "nMedios cannot be written", 438, "", ""
 r2.loadFromResponse Fields("S2 0002000|abc|0|1|0|0|0")
