@@ -16,18 +16,12 @@ class EstadoDocumentoObject : public RecordObject<_EstadoDocumento, records::Est
     explicit EstadoDocumentoObject(const char* error_source,
                                    std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_subTotalBasesImponibles(CY* value) override;
-    STDMETHODIMP put_subTotalBasesImponibles(CY value) override;
-    STDMETHODIMP get_subTotalIVA(CY* value) override;
-    STDMETHODIMP put_subTotalIVA(CY value) override;
-    STDMETHODIMP get_NotaS2(BSTR* value) override;
-    STDMETHODIMP put_NotaS2(BSTR value) override;
-    STDMETHODIMP get_MontoPorPagar(CY* value) override;
-    STDMETHODIMP put_MontoPorPagar(CY value) override;
-    STDMETHODIMP get_numeroPagosRealizados(SHORT* value) override;
-    STDMETHODIMP put_numeroPagosRealizados(SHORT value) override;
-    STDMETHODIMP get_estado(SHORT* value) override;
-    STDMETHODIMP put_estado(SHORT value) override;
+    CORVID_RECORD_PROPERTY(CY, subTotalBasesImponibles)
+    CORVID_RECORD_PROPERTY(CY, subTotalIVA)
+    CORVID_RECORD_PROPERTY(BSTR, NotaS2)
+    CORVID_RECORD_PROPERTY(CY, MontoPorPagar)
+    CORVID_RECORD_PROPERTY(SHORT, numeroPagosRealizados)
+    CORVID_RECORD_PROPERTY(SHORT, estado)
 
     STDMETHODIMP loadFromResponse(VARIANT* v) override;
     STDMETHODIMP toString(BSTR* text) override;

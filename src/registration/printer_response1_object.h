@@ -17,38 +17,22 @@ class PrinterResponse1Object : public RecordObject<_PrinterResponse1, records::P
     explicit PrinterResponse1Object(const char* error_source,
                                     std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_numeroCajero(SHORT* value) override;
-    STDMETHODIMP put_numeroCajero(SHORT value) override;
-    STDMETHODIMP get_totalVentasDiarias(CY* value) override;
-    STDMETHODIMP put_totalVentasDiarias(CY value) override;
-    STDMETHODIMP get_numeroUltimaFactura(LONG* value) override;
-    STDMETHODIMP put_numeroUltimaFactura(LONG value) override;
-    STDMETHODIMP get_facturasDia(LONG* value) override;
-    STDMETHODIMP put_facturasDia(LONG value) override;
-    STDMETHODIMP get_ultimoDNF(LONG* value) override;
-    STDMETHODIMP put_ultimoDNF(LONG value) override;
-    STDMETHODIMP get_ndfDia(LONG* value) override;
-    STDMETHODIMP put_ndfDia(LONG value) override;
-    STDMETHODIMP get_nCierres(LONG* value) override;
-    STDMETHODIMP put_nCierres(LONG value) override;
-    STDMETHODIMP get_contadorReportes(LONG* value) override;
-    STDMETHODIMP put_contadorReportes(LONG value) override;
-    STDMETHODIMP get_RIF(BSTR* value) override;
-    STDMETHODIMP put_RIF(BSTR value) override;
-    STDMETHODIMP get_Serial(BSTR* value) override;
-    STDMETHODIMP put_Serial(BSTR value) override;
-    STDMETHODIMP get_Fecha(DATE* value) override;
-    STDMETHODIMP put_Fecha(DATE value) override;
-    STDMETHODIMP get_numeroUltimaND(LONG* value) override;
-    STDMETHODIMP put_numeroUltimaND(LONG value) override;
-    STDMETHODIMP get_notasDebitoDia(SHORT* value) override;
-    STDMETHODIMP put_notasDebitoDia(SHORT value) override;
-    STDMETHODIMP get_numeroUltimaNC(LONG* value) override;
-    STDMETHODIMP put_numeroUltimaNC(LONG value) override;
-    STDMETHODIMP get_notasCreditoDia(SHORT* value) override;
-    STDMETHODIMP put_notasCreditoDia(SHORT value) override;
-    STDMETHODIMP get_isFake(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_isFake(VARIANT_BOOL value) override;
+    CORVID_RECORD_PROPERTY(SHORT, numeroCajero)
+    CORVID_RECORD_PROPERTY(CY, totalVentasDiarias)
+    CORVID_RECORD_PROPERTY(LONG, numeroUltimaFactura)
+    CORVID_RECORD_PROPERTY(LONG, facturasDia)
+    CORVID_RECORD_PROPERTY(LONG, ultimoDNF)
+    CORVID_RECORD_PROPERTY(LONG, ndfDia)
+    CORVID_RECORD_PROPERTY(LONG, nCierres)
+    CORVID_RECORD_PROPERTY(LONG, contadorReportes)
+    CORVID_RECORD_PROPERTY(BSTR, RIF)
+    CORVID_RECORD_PROPERTY(BSTR, Serial)
+    CORVID_RECORD_PROPERTY(DATE, Fecha)
+    CORVID_RECORD_PROPERTY(LONG, numeroUltimaND)
+    CORVID_RECORD_PROPERTY(SHORT, notasDebitoDia)
+    CORVID_RECORD_PROPERTY(LONG, numeroUltimaNC)
+    CORVID_RECORD_PROPERTY(SHORT, notasCreditoDia)
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, isFake)
 
     STDMETHODIMP loadFake() override;
     STDMETHODIMP loadFromResponse(BSTR* s) override;

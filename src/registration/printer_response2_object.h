@@ -16,18 +16,12 @@ class PrinterResponse2Object : public RecordObject<_PrinterResponse2, records::P
     explicit PrinterResponse2Object(const char* error_source,
                                     std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_subTotalVenta(CY* value) override;
-    STDMETHODIMP put_subTotalVenta(CY value) override;
-    STDMETHODIMP get_subTotalImpuestos(CY* value) override;
-    STDMETHODIMP put_subTotalImpuestos(CY value) override;
-    STDMETHODIMP get_cantidadItems(double* value) override;
-    STDMETHODIMP put_cantidadItems(double value) override;
-    STDMETHODIMP get_total(CY* value) override;
-    STDMETHODIMP put_total(CY value) override;
-    STDMETHODIMP get_cantidadPagos(SHORT* value) override;
-    STDMETHODIMP put_cantidadPagos(SHORT value) override;
-    STDMETHODIMP get_tipoTrans(SHORT* value) override;
-    STDMETHODIMP put_tipoTrans(SHORT value) override;
+    CORVID_RECORD_PROPERTY(CY, subTotalVenta)
+    CORVID_RECORD_PROPERTY(CY, subTotalImpuestos)
+    CORVID_RECORD_PROPERTY(double, cantidadItems)
+    CORVID_RECORD_PROPERTY(CY, total)
+    CORVID_RECORD_PROPERTY(SHORT, cantidadPagos)
+    CORVID_RECORD_PROPERTY(SHORT, tipoTrans)
 
     STDMETHODIMP loadFake() override;
     STDMETHODIMP loadFromResponse(VARIANT* v) override;

@@ -10,59 +10,6 @@ PrinterResponse3Object::PrinterResponse3Object(const char* error_source,
                                                std::shared_ptr<Record> record)
     : RecordObject(IID__PrinterResponse3, error_source, std::move(record), &kOwnIid) {}
 
-STDMETHODIMP PrinterResponse3Object::get_TipoTasa1(VARIANT_BOOL* value) {
-    return Get(value, &Record::TipoTasa1);
-}
-STDMETHODIMP PrinterResponse3Object::put_TipoTasa1(VARIANT_BOOL value) {
-    return Put(value, &Record::TipoTasa1);
-}
-STDMETHODIMP PrinterResponse3Object::get_ValorTasa1(double* value) {
-    return Get(value, &Record::ValorTasa1);
-}
-STDMETHODIMP PrinterResponse3Object::put_ValorTasa1(double value) {
-    return Put(value, &Record::ValorTasa1);
-}
-STDMETHODIMP PrinterResponse3Object::get_TipoTasa2(VARIANT_BOOL* value) {
-    return Get(value, &Record::TipoTasa2);
-}
-STDMETHODIMP PrinterResponse3Object::put_TipoTasa2(VARIANT_BOOL value) {
-    return Put(value, &Record::TipoTasa2);
-}
-STDMETHODIMP PrinterResponse3Object::get_ValorTasa2(double* value) {
-    return Get(value, &Record::ValorTasa2);
-}
-STDMETHODIMP PrinterResponse3Object::put_ValorTasa2(double value) {
-    return Put(value, &Record::ValorTasa2);
-}
-STDMETHODIMP PrinterResponse3Object::get_TipoTasa3(VARIANT_BOOL* value) {
-    return Get(value, &Record::TipoTasa3);
-}
-STDMETHODIMP PrinterResponse3Object::put_TipoTasa3(VARIANT_BOOL value) {
-    return Put(value, &Record::TipoTasa3);
-}
-STDMETHODIMP PrinterResponse3Object::get_ValorTasa3(double* value) {
-    return Get(value, &Record::ValorTasa3);
-}
-STDMETHODIMP PrinterResponse3Object::put_ValorTasa3(double value) {
-    return Put(value, &Record::ValorTasa3);
-}
-STDMETHODIMP PrinterResponse3Object::get_nFlags(SHORT* value) {
-    return Get(value, &Record::nFlags);
-}
-STDMETHODIMP PrinterResponse3Object::put_nFlags(SHORT value) { return Put(value, &Record::nFlags); }
-STDMETHODIMP PrinterResponse3Object::get_isFake(VARIANT_BOOL* value) {
-    return Get(value, &Record::isFake);
-}
-STDMETHODIMP PrinterResponse3Object::put_isFake(VARIANT_BOOL value) {
-    return Put(value, &Record::isFake);
-}
-STDMETHODIMP PrinterResponse3Object::get_TasaIGTF(double* value) {
-    return Get(value, &Record::TasaIGTF);
-}
-STDMETHODIMP PrinterResponse3Object::put_TasaIGTF(double value) {
-    return Put(value, &Record::TasaIGTF);
-}
-
 STDMETHODIMP PrinterResponse3Object::loadFake() {
     return Guard([&] { record_value().loadFake(); });
 }

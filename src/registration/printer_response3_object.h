@@ -20,24 +20,15 @@ class PrinterResponse3Object : public RecordObject<_PrinterResponse3, records::P
     explicit PrinterResponse3Object(const char* error_source,
                                     std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_TipoTasa1(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_TipoTasa1(VARIANT_BOOL value) override;
-    STDMETHODIMP get_ValorTasa1(double* value) override;
-    STDMETHODIMP put_ValorTasa1(double value) override;
-    STDMETHODIMP get_TipoTasa2(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_TipoTasa2(VARIANT_BOOL value) override;
-    STDMETHODIMP get_ValorTasa2(double* value) override;
-    STDMETHODIMP put_ValorTasa2(double value) override;
-    STDMETHODIMP get_TipoTasa3(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_TipoTasa3(VARIANT_BOOL value) override;
-    STDMETHODIMP get_ValorTasa3(double* value) override;
-    STDMETHODIMP put_ValorTasa3(double value) override;
-    STDMETHODIMP get_nFlags(SHORT* value) override;
-    STDMETHODIMP put_nFlags(SHORT value) override;
-    STDMETHODIMP get_isFake(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_isFake(VARIANT_BOOL value) override;
-    STDMETHODIMP get_TasaIGTF(double* value) override;
-    STDMETHODIMP put_TasaIGTF(double value) override;
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, TipoTasa1)
+    CORVID_RECORD_PROPERTY(double, ValorTasa1)
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, TipoTasa2)
+    CORVID_RECORD_PROPERTY(double, ValorTasa2)
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, TipoTasa3)
+    CORVID_RECORD_PROPERTY(double, ValorTasa3)
+    CORVID_RECORD_PROPERTY(SHORT, nFlags)
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, isFake)
+    CORVID_RECORD_PROPERTY(double, TasaIGTF)
 
     STDMETHODIMP loadFake() override;
     STDMETHODIMP loadFromResponse(VARIANT* v) override;

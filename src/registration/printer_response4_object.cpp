@@ -8,13 +8,6 @@ PrinterResponse4Object::PrinterResponse4Object(const char* error_source,
                                                std::shared_ptr<Record> record)
     : RecordObject(IID__PrinterResponse4, error_source, std::move(record)) {}
 
-STDMETHODIMP PrinterResponse4Object::get_isFake(VARIANT_BOOL* value) {
-    return Get(value, &Record::isFake);
-}
-STDMETHODIMP PrinterResponse4Object::put_isFake(VARIANT_BOOL value) {
-    return Put(value, &Record::isFake);
-}
-
 STDMETHODIMP PrinterResponse4Object::get_nMedios(SHORT* value) {
     return Guard([&] {
         SHORT* out = Checked(value);

@@ -16,8 +16,7 @@ class PrinterResponse4Object : public RecordObject<_PrinterResponse4, records::P
     explicit PrinterResponse4Object(const char* error_source,
                                     std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_isFake(VARIANT_BOOL* value) override;
-    STDMETHODIMP put_isFake(VARIANT_BOOL value) override;
+    CORVID_RECORD_PROPERTY(VARIANT_BOOL, isFake)
 
     STDMETHODIMP get_nMedios(SHORT* value) override;
     STDMETHODIMP loadFake() override;

@@ -1,6 +1,7 @@
 // The base of the record classes: a dual interface over one core record. The record is
 // shared, so a session's status query hands the host the very record it built; a host's
-// CreateObject makes an empty one. Property accessors come down to one call each.
+// CreateObject makes an empty one. Each class lists its properties, one
+// CORVID_RECORD_PROPERTY(host type, field) line each, in the order of the interface.
 #pragma once
 
 #include <memory>
@@ -9,6 +10,13 @@
 #include "registration/class_table.h"
 #include "registration/dispatch_object.h"
 #include "registration/record_values.h"
+
+// The property `field` of the interface as a get/put pair over the record's member of the
+// same name, converted to and from `Host` (SHORT, LONG, double, VARIANT_BOOL, CY, DATE or
+// BSTR) as record_values.h does.
+#define CORVID_RECORD_PROPERTY(Host, field)                                               \
+    STDMETHODIMP get_##field(Host* value) override { return Get(value, &Record::field); } \
+    STDMETHODIMP put_##field(Host value) override { return Put(value, &Record::field); }
 
 namespace corvid::registration {
 

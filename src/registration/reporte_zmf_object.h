@@ -16,38 +16,22 @@ class ReporteZMFObject : public RecordObject<_ReporteZMF, records::ReporteZMF> {
     explicit ReporteZMFObject(const char* error_source,
                               std::shared_ptr<Record> record = std::make_shared<Record>());
 
-    STDMETHODIMP get_numeroCierre(SHORT* value) override;
-    STDMETHODIMP put_numeroCierre(SHORT value) override;
-    STDMETHODIMP get_fechaCierre(DATE* value) override;
-    STDMETHODIMP put_fechaCierre(DATE value) override;
-    STDMETHODIMP get_horaCierre(DATE* value) override;
-    STDMETHODIMP put_horaCierre(DATE value) override;
-    STDMETHODIMP get_numeroUltimaFactura(LONG* value) override;
-    STDMETHODIMP put_numeroUltimaFactura(LONG value) override;
-    STDMETHODIMP get_fechaUltimaFactura(DATE* value) override;
-    STDMETHODIMP put_fechaUltimaFactura(DATE value) override;
-    STDMETHODIMP get_horaUltimaFactura(DATE* value) override;
-    STDMETHODIMP put_horaUltimaFactura(DATE value) override;
-    STDMETHODIMP get_ventasExentas(CY* value) override;
-    STDMETHODIMP put_ventasExentas(CY value) override;
-    STDMETHODIMP get_baseVG(CY* value) override;
-    STDMETHODIMP put_baseVG(CY value) override;
-    STDMETHODIMP get_impuestoVG(CY* value) override;
-    STDMETHODIMP put_impuestoVG(CY value) override;
-    STDMETHODIMP get_baseIR(CY* value) override;
-    STDMETHODIMP put_baseIR(CY value) override;
-    STDMETHODIMP get_impuestoIR(CY* value) override;
-    STDMETHODIMP put_impuestoIR(CY value) override;
-    STDMETHODIMP get_NCExentas(CY* value) override;
-    STDMETHODIMP put_NCExentas(CY value) override;
-    STDMETHODIMP get_baseNCVG(CY* value) override;
-    STDMETHODIMP put_baseNCVG(CY value) override;
-    STDMETHODIMP get_impuestoNCVG(CY* value) override;
-    STDMETHODIMP put_impuestoNCVG(CY value) override;
-    STDMETHODIMP get_baseNCIR(CY* value) override;
-    STDMETHODIMP put_baseNCIR(CY value) override;
-    STDMETHODIMP get_impuestoNCIR(CY* value) override;
-    STDMETHODIMP put_impuestoNCIR(CY value) override;
+    CORVID_RECORD_PROPERTY(SHORT, numeroCierre)
+    CORVID_RECORD_PROPERTY(DATE, fechaCierre)
+    CORVID_RECORD_PROPERTY(DATE, horaCierre)
+    CORVID_RECORD_PROPERTY(LONG, numeroUltimaFactura)
+    CORVID_RECORD_PROPERTY(DATE, fechaUltimaFactura)
+    CORVID_RECORD_PROPERTY(DATE, horaUltimaFactura)
+    CORVID_RECORD_PROPERTY(CY, ventasExentas)
+    CORVID_RECORD_PROPERTY(CY, baseVG)
+    CORVID_RECORD_PROPERTY(CY, impuestoVG)
+    CORVID_RECORD_PROPERTY(CY, baseIR)
+    CORVID_RECORD_PROPERTY(CY, impuestoIR)
+    CORVID_RECORD_PROPERTY(CY, NCExentas)
+    CORVID_RECORD_PROPERTY(CY, baseNCVG)
+    CORVID_RECORD_PROPERTY(CY, impuestoNCVG)
+    CORVID_RECORD_PROPERTY(CY, baseNCIR)
+    CORVID_RECORD_PROPERTY(CY, impuestoNCIR)
 
     STDMETHODIMP loadFromResponse(VARIANT* response) override;
     STDMETHODIMP toString(VARIANT* text) override;

@@ -4,6 +4,7 @@
 #include <oleauto.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace corvid::registration {
 namespace {
@@ -28,6 +29,17 @@ Function Export(const char* name) {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server(), name)));
 }
 
+// The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
+DISPID DispidOf(IDispatch* object, const std::string& name) {
+    std::wstring wide = Wide(name);
+    LPOLESTR names[] = {wide.data()};
+    DISPID id = DISPID_UNKNOWN;
+    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
+        return DISPID_UNKNOWN;
+    }
+    return id;
+}
+
 }  // namespace
 
 ComServer::ComServer() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -42,9 +54,7 @@ IClassFactory* ComServer::Factory(const std::string& clsid) {
         return nullptr;
     }
     IClassFactory* factory = nullptr;
-    if (FAILED(get_class_object(id, IID_IClassFactory, reinterpret_cast<void**>(&factory)))) {
-        return nullptr;
-    }
+    get_class_object(id, IID_IClassFactory, reinterpret_cast<void**>(&factory));
     return factory;
 }
 
@@ -60,16 +70,6 @@ IDispatch* ComServer::Create(const std::string& clsid) {
     factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&object));
     factory->Release();
     return object;
-}
-
-DISPID DispidOf(IDispatch* object, const std::string& name) {
-    std::wstring wide = Wide(name);
-    LPOLESTR names[] = {wide.data()};
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
-        return DISPID_UNKNOWN;
-    }
-    return id;
 }
 
 HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
@@ -98,9 +98,112 @@ HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
     return hr;
 }
 
+std::string Call(IDispatch* object, const std::string& member, std::vector<VARIANT> arguments) {
+    VARIANT result;
+    VariantInit(&result);
+    std::string error;
+    const HRESULT hr =
+        CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result, &error);
+    VariantClear(&result);
+    if (hr == S_OK) return "S_OK";
+    char code[16];
+    snprintf(code, sizeof code, "%08lX", static_cast<unsigned long>(hr));
+    return std::string(code) + " " + error;
+}
+
+IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
+                      std::vector<VARIANT> arguments) {
+    VARIANT result;
+    VariantInit(&result);
+    if (FAILED(CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result)) ||
+        result.vt != VT_DISPATCH) {
+        VariantClear(&result);
+        return nullptr;
+    }
+    return result.pdispVal;
+}
+
 ULONG References(IUnknown* object) {
     object->AddRef();
     return object->Release();
+}
+
+VARIANT Short(SHORT value) {
+    VARIANT v{};
+    v.vt = VT_I2;
+    v.iVal = value;
+    return v;
+}
+
+VARIANT Long(LONG value) {
+    VARIANT v{};
+    v.vt = VT_I4;
+    v.lVal = value;
+    return v;
+}
+
+VARIANT Object(IDispatch* object) {
+    VARIANT v{};
+    v.vt = VT_DISPATCH;
+    v.pdispVal = object;
+    return v;
+}
+
+VARIANT Bstr(const wchar_t* text) {
+    VARIANT v{};
+    v.vt = VT_BSTR;
+    v.bstrVal = SysAllocString(text);
+    return v;
+}
+
+SettingsFile::SettingsFile(const std::string& lines) {
+    const std::string text = "[Config\\NimbusPF]\r\n" + lines + "\r\n";
+    HANDLE file = CreateFileA("ORV.ini", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    if (file != INVALID_HANDLE_VALUE) {
+        WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+        CloseHandle(file);
+    }
+}
+
+SettingsFile::~SettingsFile() { DeleteFileA("ORV.ini"); }
+
+STDMETHODIMP HostObject::QueryInterface(REFIID iid, void** object) {
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != IID_IDispatch && iid != also_) return E_NOINTERFACE;
+    *object = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count) {
+    *count = 0;
+    return S_OK;
+}
+
+STDMETHODIMP HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) {
+    *ids = std::wstring(names[0]) == L"ReportClicked" ? 7 : DISPID_UNKNOWN;
+    return *ids == 7 ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+STDMETHODIMP HostObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
+                                EXCEPINFO* excepinfo, UINT*) {
+    const VARIANT* last = &params->rgvarg[params->cArgs - 1];
+    const bool with_cancel = params->cArgs == 3;
+    calls.push_back(std::to_wstring(member) + L"|" +
+                    (last[0].vt == VT_BSTR ? last[0].bstrVal : L"<not a String>") + L"|" +
+                    std::to_wstring(last[-1].vt == VT_I4 ? last[-1].lVal : -1) + L"|" +
+                    std::to_wstring(with_cancel ? params->rgvarg[0].vt : 0));
+    if (with_cancel && set_cancel) {
+        VARIANT* cancel = params->rgvarg[0].pvarVal;
+        cancel->vt = VT_BOOL;
+        cancel->boolVal = VARIANT_TRUE;
+    }
+    if (!fail) return S_OK;
+    excepinfo->scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 91);
+    excepinfo->bstrDescription = SysAllocString(L"the host's own error");
+    return DISP_E_EXCEPTION;
 }
 
 }  // namespace corvid::registration
