@@ -1,40 +1,21 @@
 #include "records/printer_response1.h"
 
-#include <vector>
-
 #include "automation/conversions.h"
 #include "automation/dates.h"
 #include "automation/format.h"
 #include "automation/vb_error.h"
 #include "host/library_settings.h"
 #include "host/settings_store.h"
-#include "preview/string_buffer.h"
 #include "records/fecha_hora.h"
 #include "records/reply_fields.h"
 
 namespace corvid::records {
 namespace {
 
-using detail::FieldAt;
 using detail::Hundredths;
 using detail::NarrowedCounter;
 
 constexpr const char* kFakeSection = "Config\\NimbusPF\\Response1";
-
-// Split at every line feed, empty fields kept; an empty reply has no fields at all.
-std::vector<std::string> SplitLines(const std::string& s) {
-    std::vector<std::string> fields;
-    if (s.empty()) return fields;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t end = s.find('\n', start);
-        if (end == std::string::npos) break;
-        fields.push_back(s.substr(start, end - start));
-        start = end + 1;
-    }
-    fields.push_back(s.substr(start));
-    return fields;
-}
 
 // Field 0 carries the command echo before the cashier's two digits.
 std::int16_t Cashier(const std::string& field) { return automation::CInt(detail::Right(field, 2)); }
@@ -60,9 +41,16 @@ void PrinterResponse1::loadFake() {
     Fecha = automation::Now();
 }
 
-void PrinterResponse1::loadFromResponse(const std::string& s) {
+std::int32_t LastInvoiceNumber(const Fields& fields) {
+    return automation::CLng(FieldAt(fields, 2));
+}
+
+std::int32_t LastClosureNumber(const Fields& fields) {
+    return automation::CLng(FieldAt(fields, 6));
+}
+
+void PrinterResponse1::loadFromResponse(const Fields& v) {
     isFake = false;
-    const std::vector<std::string> v = SplitLines(s);
     try {
         if (v.size() < 16) {
             ReadShortLayout(v);
@@ -74,10 +62,10 @@ void PrinterResponse1::loadFromResponse(const std::string& s) {
     }
 }
 
-void PrinterResponse1::ReadShortLayout(const std::vector<std::string>& v) {
+void PrinterResponse1::ReadShortLayout(const Fields& v) {
     numeroCajero = Cashier(FieldAt(v, 0));
     totalVentasDiarias = Hundredths(FieldAt(v, 1));
-    numeroUltimaFactura = automation::CLng(FieldAt(v, 2));
+    numeroUltimaFactura = LastInvoiceNumber(v);
     facturasDia = automation::CLng(FieldAt(v, 3));
     // This layout has no debit notes.
     numeroUltimaND = 0;
@@ -102,10 +90,10 @@ void PrinterResponse1::ReadShortLayout(const std::vector<std::string>& v) {
     }
 }
 
-void PrinterResponse1::ReadLongLayout(const std::vector<std::string>& v) {
+void PrinterResponse1::ReadLongLayout(const Fields& v) {
     numeroCajero = Cashier(FieldAt(v, 0));
     totalVentasDiarias = Hundredths(FieldAt(v, 1));
-    numeroUltimaFactura = automation::CLng(FieldAt(v, 2));
+    numeroUltimaFactura = LastInvoiceNumber(v);
     facturasDia = automation::CLng(FieldAt(v, 3));
     numeroUltimaND = automation::CLng(FieldAt(v, 4));
     notasDebitoDia = NarrowedCounter(FieldAt(v, 5));
@@ -125,9 +113,9 @@ void PrinterResponse1::ReadLongLayout(const std::vector<std::string>& v) {
 std::string PrinterResponse1::toString() const {
     using automation::Format;
     using automation::Variant;
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const char* label, const std::string& value) {
-        text.Append(label + value + "\r\n");
+        text += label + value + "\r\n";
     };
     line("numeroCajero = ", Format(Variant(numeroCajero), "000"));
     line("TotalVentasDiarias = ", Format(Variant(totalVentasDiarias), "Currency"));
@@ -140,7 +128,7 @@ std::string PrinterResponse1::toString() const {
     line("RIF = ", RIF);
     line("Serial = ", automation::Format(automation::Variant(Serial), ">"));
     line("Fecha = ", Format(Variant(Fecha), "dd-mm-yyyy hh:nn"));
-    return text.Value();
+    return text;
 }
 
 }  // namespace corvid::records

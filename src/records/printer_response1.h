@@ -8,6 +8,7 @@
 
 #include "automation/currency.h"
 #include "automation/variant.h"
+#include "records/reply_fields.h"
 
 namespace corvid::records {
 
@@ -33,15 +34,25 @@ class PrinterResponse1 {
     // Substitute values from the settings section "Config\NimbusPF\Response1". Raises only
     // when a stored value does not convert.
     void loadFake();
-    // `s` is the whole reply, fields joined by line feeds. Fewer than 16 fields are the
-    // short layout, more the long one. A reply that does not read falls back to loadFake,
-    // so only a stored value that does not convert can raise.
-    void loadFromResponse(const std::string& s);
+    // The reply's fields. Fewer than 16 fields are the short layout, more the long one. A
+    // reply that does not read falls back to loadFake, so only a stored value that does
+    // not convert can raise.
+    void loadFromResponse(const Fields& v);
+    // The same, with the whole reply as one text, fields joined by line feeds.
+    void loadFromResponse(const std::string& s) { loadFromResponse(SplitFields(s)); }
     std::string toString() const;
 
   private:
-    void ReadShortLayout(const std::vector<std::string>& v);
-    void ReadLongLayout(const std::vector<std::string>& v);
+    void ReadShortLayout(const Fields& v);
+    void ReadLongLayout(const Fields& v);
 };
+
+// Two counters read from an "S1" reply on their own, at fixed fields whatever the layout.
+// A field that is missing or not a number raises.
+// Field 2: the last invoice number.
+std::int32_t LastInvoiceNumber(const Fields& s1);
+// Field 6: the closures in the short layout, the last credit note in the long one; hosts
+// have always read it there.
+std::int32_t LastClosureNumber(const Fields& s1);
 
 }  // namespace corvid::records

@@ -3,13 +3,11 @@
 #include "automation/conversions.h"
 #include "automation/format.h"
 #include "automation/variant.h"
-#include "preview/string_buffer.h"
 #include "records/reply_fields.h"
 
 namespace corvid::records {
 namespace {
 
-using detail::FieldAt;
 using detail::Trim;
 
 automation::Currency Amount(std::string_view text) { return detail::Hundredths(Trim(text)); }
@@ -44,9 +42,9 @@ void PrinterResponse2::loadFromResponse(const std::vector<std::string>& v) {
 std::string PrinterResponse2::toString() const {
     using automation::CStr;
     using automation::Variant;
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const char* label, const Variant& value) {
-        text.Append(label + CStr(value) + "\r\n");
+        text += label + CStr(value) + "\r\n";
     };
     line("subTotalVenta = ", subTotalVenta);
     line("subTotalImpuestos = ", subTotalImpuestos);
@@ -54,7 +52,7 @@ std::string PrinterResponse2::toString() const {
     line("total = ", total);
     line("cantidadPagos = ", cantidadPagos);
     line("tipoTrans = ", tipoTrans);
-    return text.Value();
+    return text;
 }
 
 void EstadoDocumento::loadFromResponse(const std::vector<std::string>& v) {
@@ -72,9 +70,9 @@ void EstadoDocumento::loadFromResponse(const std::vector<std::string>& v) {
 std::string EstadoDocumento::toString() const {
     using automation::Format;
     using automation::Variant;
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const char* label, const std::string& value) {
-        text.Append(label + value + "\r\n");
+        text += label + value + "\r\n";
     };
     line("subTotalBasesImponibles = ", Format(Variant(subTotalBasesImponibles), "Currency"));
     line("subTotalIVA = ", Format(Variant(subTotalIVA), "Currency"));
@@ -82,7 +80,7 @@ std::string EstadoDocumento::toString() const {
     line("MontoPorPagar = ", Format(Variant(MontoPorPagar), "Currency"));
     line("numeroPagosRealizados = ", Format(Variant(numeroPagosRealizados), "#0"));
     line("estado = ", Format(Variant(estado), "#0"));
-    return text.Value();
+    return text;
 }
 
 }  // namespace corvid::records

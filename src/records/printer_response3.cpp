@@ -1,10 +1,12 @@
 #include "records/printer_response3.h"
 
+#include <cmath>
+
 #include "automation/conversions.h"
 #include "automation/format.h"
 #include "automation/vb_error.h"
+#include "documents/item_lines.h"
 #include "host/trace_log.h"
-#include "preview/string_buffer.h"
 
 namespace corvid::records {
 namespace {
@@ -72,15 +74,30 @@ void PrinterResponse3::loadFromUnreadable(const std::string& errorText, host::Tr
     TraceAbandoned(errorText, trace);
 }
 
+std::optional<std::int16_t> PrinterResponse3::IndexOfRate(double tasa) const {
+    const double rates[] = {ValorTasa1, ValorTasa2, ValorTasa3};
+    const auto index = documents::MatchRate(rates, 3, tasa);
+    if (!index) return std::nullopt;
+    return static_cast<std::int16_t>(*index + 1);
+}
+
+double RateOfField(const Fields& s3, std::size_t index) {
+    const std::string& field = FieldAt(s3, index);
+    const double rate =
+        automation::Val(field.size() > 1 ? std::string_view(field).substr(1) : "") / 100;
+    if (!std::isfinite(rate)) throw automation::VbError::Standard(automation::vb_errors::kOverflow);
+    return rate;
+}
+
 std::int16_t PrinterResponse3::Flag(std::int32_t n) const {
     if (n < 0 || n >= static_cast<std::int32_t>(flags_.size())) return -1;
     return flags_[static_cast<std::size_t>(n)];
 }
 
 std::string PrinterResponse3::toString() const {
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const std::string& label, const std::string& value) {
-        text.Append(label + value + "\r\n");
+        text += label + value + "\r\n";
     };
     const auto number = [](double value) { return automation::CStr(automation::Variant(value)); };
     line("Tasa1: ", imagenIncluido(TipoTasa1));
@@ -95,7 +112,7 @@ std::string PrinterResponse3::toString() const {
         flags += automation::Format(automation::Variant(flags_[i]), "00");
     }
     line(flags, "");
-    return text.Value();
+    return text;
 }
 
 }  // namespace corvid::records

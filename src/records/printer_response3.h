@@ -3,8 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "records/reply_fields.h"
 
 namespace corvid::host {
 class TraceLog;
@@ -32,6 +35,8 @@ class PrinterResponse3 {
     // As loadFromResponse when the reply cannot even be read as fields (a host passing
     // something that is not an array): the reading ends at once, with the same trace line.
     void loadFromUnreadable(const std::string& errorText, host::TraceLog& trace);
+    // The number (1 to 3) of the first rate within 0.1 points of `tasa`.
+    std::optional<std::int16_t> IndexOfRate(double tasa) const;
     // Flag n, or -1 outside the table.
     std::int16_t Flag(std::int32_t n) const;
     static std::string imagenIncluido(bool included) { return included ? "INCLUIDO" : "ADICIONAL"; }
@@ -40,5 +45,10 @@ class PrinterResponse3 {
   private:
     std::vector<std::int16_t> flags_;
 };
+
+// The rate in field `index` of the "S3" fields, read on its own: the text after the kind
+// character as a leading number (Val), in hundredths. Raises when the field is missing,
+// overflow (6) when the result is not finite.
+double RateOfField(const Fields& s3, std::size_t index);
 
 }  // namespace corvid::records

@@ -3,14 +3,31 @@
 #include "automation/conversions.h"
 #include "automation/vb_error.h"
 
-namespace corvid::records::detail {
+namespace corvid::records {
 
-const std::string& FieldAt(const std::vector<std::string>& fields, std::size_t i) {
+Fields SplitFields(const std::string& text) {
+    Fields fields;
+    if (text.empty()) return fields;
+    std::size_t start = 0;
+    for (;;) {
+        const std::size_t end = text.find('\n', start);
+        fields.push_back(text.substr(start, end - start));
+        if (end == std::string::npos) break;
+        start = end + 1;
+    }
+    return fields;
+}
+
+const std::string& FieldAt(const Fields& fields, std::size_t i) {
     if (i >= fields.size()) {
         throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange);
     }
     return fields[i];
 }
+
+}  // namespace corvid::records
+
+namespace corvid::records::detail {
 
 automation::Currency Hundredths(std::string_view text) {
     return automation::Currency::FromDouble(automation::CCur(text).ToDouble() / 100.0);

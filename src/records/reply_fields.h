@@ -1,5 +1,6 @@
-// How the records read the fields of a printer reply: a missing field fails as an array
-// subscript does, amounts come in hundredths, and the text pieces are VB's Left, Mid, Right.
+// How a printer reply is read as fields: split at line feeds, a missing field fails as an
+// array subscript does, amounts come in hundredths, and the text pieces are VB's Left, Mid,
+// Right.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +11,20 @@
 
 #include "automation/currency.h"
 
-namespace corvid::records::detail {
+namespace corvid::records {
+
+using Fields = std::vector<std::string>;
+
+// Split at line feed the way the host's Split does: every field kept, empty ones too; an
+// empty text has no fields.
+Fields SplitFields(const std::string& text);
 
 // Field i, or the subscript error (9) when the reply has no such field.
-const std::string& FieldAt(const std::vector<std::string>& fields, std::size_t i);
+const std::string& FieldAt(const Fields& fields, std::size_t i);
+
+}  // namespace corvid::records
+
+namespace corvid::records::detail {
 
 // An amount sent in hundredths without a decimal point (1234567 is 12345.67). Raises type
 // mismatch (13) for a text that is not a number, overflow (6) when it does not fit.

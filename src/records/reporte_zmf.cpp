@@ -2,13 +2,11 @@
 
 #include "automation/conversions.h"
 #include "automation/format.h"
-#include "preview/string_buffer.h"
 #include "records/fecha_hora.h"
 #include "records/reply_fields.h"
 
 namespace corvid::records {
 
-using detail::FieldAt;
 using detail::Hundredths;
 
 std::string FiscalMemoryRangeCommand(const automation::Variant& desde,
@@ -47,9 +45,9 @@ bool ReporteZMF::load(ResponseSource& printer, const automation::Variant& numero
 
 std::string ReporteZMF::toString() const {
     using automation::Variant;
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const char* label, const Variant& value) {
-        text.Append(label + automation::CStr(value) + "\r\n");
+        text += label + automation::CStr(value) + "\r\n";
     };
     line("NumeroCierre = ", numeroCierre);
     line("Fecha Cierre = ", fechaCierre);
@@ -66,7 +64,7 @@ std::string ReporteZMF::toString() const {
     line("impuestoNCVG = ", impuestoNCVG);
     line("baseNCIR = ", baseNCIR);
     line("impuestoNCIR = ", impuestoNCIR);
-    return text.Value();
+    return text;
 }
 
 }  // namespace corvid::records

@@ -6,7 +6,6 @@
 #include "automation/conversions.h"
 #include "automation/format.h"
 #include "automation/vb_error.h"
-#include "preview/string_buffer.h"
 #include "records/fecha_hora.h"
 #include "records/reply_fields.h"
 
@@ -46,7 +45,7 @@ class FieldReader {
     }
 
   private:
-    const std::string& Next() { return detail::FieldAt(fields_, next_++); }
+    const std::string& Next() { return FieldAt(fields_, next_++); }
 
     const std::vector<std::string>& fields_;
     std::size_t next_ = 0;
@@ -128,9 +127,9 @@ void ResumenZ::loadFromFields(const std::vector<std::string>& fields) {
 std::string ResumenZ::toString(const std::string& serial) const {
     using automation::Format;
     using automation::Variant;
-    preview::CStringBuffer text;
+    std::string text;
     const auto line = [&](const char* label, const std::string& value) {
-        text.Append(label + value + "\r\n");
+        text += label + value + "\r\n";
     };
     const auto money = [](automation::Currency value) {
         return Format(Variant(value), "Currency");
@@ -157,7 +156,7 @@ std::string ResumenZ::toString(const std::string& serial) const {
     line("UltimoDNF = ", automation::CStr(Variant(ultimoDNF)));
     line("BaseIGTF = ", money(BaseIGTF));
     line("ValorIGTF = ", money(ValorIGTF));
-    return text.Value();
+    return text;
 }
 
 }  // namespace corvid::records

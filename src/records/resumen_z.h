@@ -22,8 +22,7 @@ class ResumenZ {
     std::int32_t ultimaNC = 0;
     std::int32_t ultimaND = 0;
     std::int32_t ultimoDNF = 0;
-    automation::Currency ventasExentas, baseVG, impuestoVG, baseIR, impuestoIR, baseIA,
-        impuestoIA;
+    automation::Currency ventasExentas, baseVG, impuestoVG, baseIR, impuestoIR, baseIA, impuestoIA;
     automation::Currency exentoND, baseVGND, impuestoVGND, baseIRND, impuestoIRND, baseIAND,
         impuestoIAND;
     automation::Currency exentoNC, baseVGNC, impuestoVGNC, baseIRNC, impuestoIRNC, baseIANC,

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "records/printer_model.h"
+
 namespace corvid::session {
 
 // Unscoped on purpose: hosts and the protocol code use the bare names (STX, ACK, ...).
@@ -25,11 +27,10 @@ enum pfErrors : std::int32_t {
     pfClientError = 3,
 };
 
-enum VariantesPF : std::int32_t {
-    SRP350 = 0,
-    DT230 = 1,
-    HKA112 = 2,
-    SRP812 = 3,
-};
+using records::DT230;
+using records::HKA112;
+using records::SRP350;
+using records::SRP812;
+using records::VariantesPF;
 
 }  // namespace corvid::session

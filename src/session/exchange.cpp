@@ -126,44 +126,7 @@ void Exchange::CollectReply() {
     ready_ = false;
     do {
         std::string chunk;
-        if (line_->Read(port_, chunk, kReadSize) > 0) {
-            Trace("<-" + session::EscapeString(chunk));
-            const unsigned char first = static_cast<unsigned char>(chunk[0]);
-            if (first == NAK) {
-                Trace(" <- NAK");
-                outcome_.resultFlag = NAK;
-                return;
-            }
-            if (first == ACK) {
-                Trace(" <- ACK");
-                outcome_.resultFlag = ACK;
-                return;
-            }
-            if (first == ENQ) {
-                Trace(" <- ENQ");
-                line_->Write(port_, Byte(ACK));
-                Trace(" -> ACK");
-                chunk.erase(0, 1);
-            }
-            std::size_t end = chunk.find(static_cast<char>(ETX));
-            if (end != std::string::npos) {
-                outcome_.resultFlag = ETX;
-            } else if ((end = chunk.find(static_cast<char>(ETB))) != std::string::npos) {
-                outcome_.resultFlag = ETB;
-            } else if ((end = chunk.find(static_cast<char>(EOT))) != std::string::npos) {
-                outcome_.resultFlag = ETX;
-            }
-            if (end != std::string::npos) {
-                const bool checkFollows = chunk[end] != static_cast<char>(EOT);
-                const bool checkInChunk = end + 1 < chunk.size();
-                chunk.resize(end + 1);
-                ready_ = outcome_.resultFlag == ETB || outcome_.resultFlag == ETX;
-                if (checkFollows && !checkInChunk) DiscardLateCheckByte();
-            }
-            outcome_.result += chunk;
-            Trace("WaitForReply (ready = " + Text(ready_) + "): <-" +
-                  session::EscapeString(outcome_.result));
-        }
+        if (line_->Read(port_, chunk, kReadSize) > 0 && !TakeChunk(std::move(chunk))) return;
         // Before midnight's wrap the elapsed time is negative and the wait goes on.
         if (clock.SecondsSinceMidnight() - t0 >= static_cast<float>(settings_.timeOut) ||
             OutOfTime()) {
@@ -174,6 +137,50 @@ void Exchange::CollectReply() {
     } while (!ready_);
 
     Trace("ResponseComplete: " + session::EscapeString(outcome_.result));
+    SettleOutcome();
+}
+
+bool Exchange::TakeChunk(std::string chunk) {
+    Trace("<-" + session::EscapeString(chunk));
+    const unsigned char first = static_cast<unsigned char>(chunk[0]);
+    if (first == NAK) {
+        Trace(" <- NAK");
+        outcome_.resultFlag = NAK;
+        return false;
+    }
+    if (first == ACK) {
+        Trace(" <- ACK");
+        outcome_.resultFlag = ACK;
+        return false;
+    }
+    if (first == ENQ) {
+        Trace(" <- ENQ");
+        line_->Write(port_, Byte(ACK));
+        Trace(" -> ACK");
+        chunk.erase(0, 1);
+    }
+    std::size_t end = chunk.find(static_cast<char>(ETX));
+    if (end != std::string::npos) {
+        outcome_.resultFlag = ETX;
+    } else if ((end = chunk.find(static_cast<char>(ETB))) != std::string::npos) {
+        outcome_.resultFlag = ETB;
+    } else if ((end = chunk.find(static_cast<char>(EOT))) != std::string::npos) {
+        outcome_.resultFlag = ETX;
+    }
+    if (end != std::string::npos) {
+        const bool checkFollows = chunk[end] != static_cast<char>(EOT);
+        const bool checkInChunk = end + 1 < chunk.size();
+        chunk.resize(end + 1);
+        ready_ = outcome_.resultFlag == ETB || outcome_.resultFlag == ETX;
+        if (checkFollows && !checkInChunk) DiscardLateCheckByte();
+    }
+    outcome_.result += chunk;
+    Trace("WaitForReply (ready = " + Text(ready_) + "): <-" +
+          session::EscapeString(outcome_.result));
+    return true;
+}
+
+void Exchange::SettleOutcome() {
     if (ready_) {
         if (outcome_.resultFlag == ENQ) {
             SetOutcome(pfPrinterError, "Comando no reconocido");

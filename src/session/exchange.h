@@ -64,6 +64,11 @@ class Exchange {
 
   private:
     void CollectReply();
+    // Takes one read into the reply; false when it was a lone NAK or ACK, which ends the
+    // wait at once.
+    bool TakeChunk(std::string chunk);
+    // pfError and DescripcionError from how the wait ended.
+    void SettleOutcome();
     void DiscardLateCheckByte();
     void SetOutcome(std::int32_t error, const char* description);
     // Whether the running Execute has used up "MaxWait"; never while none runs.

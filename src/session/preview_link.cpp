@@ -29,7 +29,7 @@ class PreviewLink : public PrinterLink {
         return PfErrorAsInteger(exchange_.outcome());
     }
     void ExecuteNoCheck(std::string_view command) override { Add(std::string(command)); }
-    Fields GetResponse(std::string_view command) override {
+    Fields GetResponse(std::string_view command, const ExecuteCommand&) override {
         Add("GET RESPONSE: " + std::string(command));
         return {"Ok"};
     }

@@ -29,11 +29,7 @@ PrinterFiscal::~PrinterFiscal() {
 std::int32_t PrinterFiscal::tipoPrinter() const {
     const std::int32_t configured = host::ReadInt32Setting("TipoPrinter", -1).value_or(-1);
     if (configured >= 0) return configured;
-    const std::string prefix = serialPrinter_.substr(0, 3);
-    if (prefix == "Z6B") return DT230;
-    if (prefix == "Z7A") return HKA112;
-    if (prefix == "Z1F") return SRP812;
-    return SRP350;
+    return records::ModelOfSerial(serialPrinter_);
 }
 
 std::string PrinterFiscal::BuildCommandBlock(std::string_view command) const {
@@ -89,7 +85,7 @@ Fields PrinterFiscal::NextStatusBlock() {
 
 Fields PrinterFiscal::GetResponse(std::string_view cmd) {
     Trace("GetResponse: " + session::EscapeString(cmd));
-    return link_->GetResponse(cmd);
+    return link_->GetResponse(cmd, [this](std::string_view command) { return Execute(command); });
 }
 
 std::string PrinterFiscal::GetResponseString(std::string_view cmd, std::string_view sep) {

@@ -1,7 +1,5 @@
 // The façade's document members: each builds its command with a pure builder of
 // src/documents and sends it through Execute.
-#include <cmath>
-
 #include "automation/conversions.h"
 #include "automation/vb_error.h"
 #include "documents/address_limits.h"
@@ -85,11 +83,7 @@ std::int16_t PrinterFiscal::IndiceTasa(double tasa) {
         return *index;
     }
     s3_ = Response3();  // the printer's own rates, read afresh
-    const double printerRates[] = {s3_->ValorTasa1, s3_->ValorTasa2, s3_->ValorTasa3};
-    for (std::int16_t i = 0; i < 3; ++i) {
-        if (std::fabs(printerRates[i] - tasa) < 0.1) return static_cast<std::int16_t>(i + 1);
-    }
-    return 0;
+    return s3_->IndexOfRate(tasa).value_or(0);
 }
 
 std::int32_t PrinterFiscal::SendSeries(const std::vector<std::string>& commands) {

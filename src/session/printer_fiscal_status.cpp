@@ -1,6 +1,5 @@
 // The façade's status queries: each sends one status command and hands the reply to a
-// record of src/records, or reads a field or two itself.
-#include <cmath>
+// record of src/records.
 #include <limits>
 
 #include "automation/conversions.h"
@@ -10,13 +9,7 @@
 namespace corvid::session {
 namespace {
 
-// Reading past the reply's end fails as the host's array subscript does.
-const std::string& FieldAt(const Fields& fields, std::size_t index) {
-    if (index >= fields.size()) {
-        throw automation::VbError::Standard(automation::vb_errors::kSubscriptOutOfRange);
-    }
-    return fields[index];
-}
+using records::FieldAt;
 
 // A command refused with NAK at every attempt leaves an empty reply: its field 0 does not
 // exist, and asking for it raises error 9, as it always has for hosts.
@@ -46,15 +39,13 @@ std::shared_ptr<Record> StatusRecord(bool substituting, PrinterFiscal& printer,
 std::int32_t PrinterFiscal::numeroUltimaFactura() {
     const Fields fields = GetResponse("S1");
     if (Failed(fields)) return -1;
-    return automation::CLng(FieldAt(fields, 2));
+    return records::LastInvoiceNumber(fields);
 }
 
 std::int32_t PrinterFiscal::NumeroUltimoCierre() {
     const Fields fields = GetResponse("S1");
     if (Failed(fields)) return -1;
-    // Field 6 in both layouts: the closures in the short one, the last credit note in the
-    // long one. Hosts have always read it there.
-    return automation::CLng(FieldAt(fields, 6));
+    return records::LastClosureNumber(fields);
 }
 
 std::shared_ptr<records::PrinterResponse1> PrinterFiscal::Response1() {
@@ -63,14 +54,13 @@ std::shared_ptr<records::PrinterResponse1> PrinterFiscal::Response1() {
         record->loadFake();
         return record;
     }
-    std::string text = GetResponseString("S1", "\n");
-    // The joined text starts with the separator; taken as it stands, field 0 would be empty
-    // and every real reply would fall back to the substitute.
-    if (!text.empty() && text.front() == '\n') text.erase(0, 1);
-    if (text == "pfError") {
+    // Unlike the other records, an empty reply is no failure here: it is a reply that does
+    // not read, and the record falls back to its substitute by itself.
+    const Fields fields = GetResponse("S1");
+    if (fields == Fields{"pfError"}) {
         record->loadFake();
     } else {
-        record->loadFromResponse(text);
+        record->loadFromResponse(fields);
     }
     return record;
 }
@@ -112,12 +102,7 @@ double PrinterFiscal::tasa(double index) {
     if (index < 1 || index > 3) return 0;
     const Fields fields = GetResponse("S3");
     if (Failed(fields)) return -1;
-    const std::string& field =
-        FieldAt(fields, static_cast<std::size_t>(automation::CLng(index - 1)));
-    const double rate =
-        automation::Val(field.size() > 1 ? std::string_view(field).substr(1) : "") / 100;
-    if (!std::isfinite(rate)) throw automation::VbError::Standard(automation::vb_errors::kOverflow);
-    return rate;
+    return records::RateOfField(fields, static_cast<std::size_t>(automation::CLng(index - 1)));
 }
 
 std::shared_ptr<records::EstadoDocumento> PrinterFiscal::getEstadoDocumento() {

@@ -35,7 +35,8 @@ class PrinterLink {
     // Returns pfError.
     virtual std::int16_t Execute(std::string_view command) = 0;
     virtual void ExecuteNoCheck(std::string_view command) = 0;
-    virtual Fields GetResponse(std::string_view command) = 0;
+    // `execute` sends the command on the printer.
+    virtual Fields GetResponse(std::string_view command, const ExecuteCommand& execute) = 0;
     // The test-mode preview, once Open made it; null on the port.
     virtual preview::lfQuickView* preview() const { return nullptr; }
 };

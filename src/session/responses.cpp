@@ -6,25 +6,6 @@
 
 namespace corvid::session {
 
-namespace {
-
-constexpr char kFieldSeparator = '\n';
-
-}  // namespace
-
-Fields SplitFields(const std::string& text) {
-    Fields fields;
-    if (text.empty()) return fields;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t end = text.find(kFieldSeparator, start);
-        fields.push_back(text.substr(start, end - start));
-        if (end == std::string::npos) break;
-        start = end + 1;
-    }
-    return fields;
-}
-
 std::string JoinFields(const Fields& fields, std::string_view separator) {
     std::string joined;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -34,7 +15,7 @@ std::string JoinFields(const Fields& fields, std::string_view separator) {
     return joined;
 }
 
-Fields ReadResponse(Exchange& exchange, std::string_view cmd) {
+Fields ReadResponse(Exchange& exchange, std::string_view cmd, const ExecuteCommand& execute) {
     if (exchange.settings().skipChecks) {
         exchange.Trace("@GetResponse with NO_STATUS_CHECK = VOID");
         return {"VOID"};
@@ -46,7 +27,7 @@ Fields ReadResponse(Exchange& exchange, std::string_view cmd) {
             session::EscapeString(std::string(1, static_cast<char>(exchange.outcome().pfError))));
         return {"pfError"};
     }
-    if (exchange.Execute(cmd) != 0) return {"pfError"};
+    if ((execute ? execute(cmd) : exchange.Execute(cmd)) != 0) return {"pfError"};
 
     const std::string& result = exchange.outcome().result;
     const std::size_t stx = result.find(static_cast<char>(STX));

@@ -2,23 +2,32 @@
 // or several.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "records/reply_fields.h"
+
 namespace corvid::session {
 
 class Exchange;
-using Fields = std::vector<std::string>;
+using records::Fields;
+using records::SplitFields;
 
-// Split at line feed the way the host's Split does: an empty text has no fields.
-Fields SplitFields(const std::string& text);
+// How a retrieval sends its command: the session's own Execute, so that the command shows
+// in the trace as any other. Returns pfError.
+using ExecuteCommand = std::function<std::int16_t(std::string_view)>;
+
 // The fields joined by `separator`, which stands only between neighbours.
 std::string JoinFields(const Fields& fields, std::string_view separator);
 
 // Status request, the command, and the fields of its reply; a one-field substitute
 // ("VOID" with "SkipChecks" on, "pfError" on failure) otherwise.
-Fields ReadResponse(Exchange& exchange, std::string_view command);
+// `execute` sends the command; left out, the exchange sends it directly.
+Fields ReadResponse(Exchange& exchange, std::string_view command,
+                    const ExecuteCommand& execute = {});
 // While the last block ended with ETB: acknowledges it and appends the next block's fields.
 void ReadFurtherBlocks(Exchange& exchange, std::vector<Fields>& blocks);
 

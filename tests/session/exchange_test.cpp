@@ -1,3 +1,4 @@
+// One command exchange against a scripted printer, and opening and closing the port.
 #include "automation/vb_error.h"
 #include "session/framing.h"
 #include "session/session_fixture.h"
@@ -5,18 +6,80 @@
 namespace corvid::session::testing {
 namespace {
 
-const std::string kEnq(1, char(ENQ));
-const std::string kAck(1, char(ACK));
-const std::string kNak(1, char(NAK));
+const std::string kEnq = Byte(ENQ), kAck = Byte(ACK), kNak = Byte(NAK);
+
+Reads EveryByte(const std::string& reply) {
+    Reads bytes;
+    for (char c : reply) bytes.emplace_back(1, c);
+    return bytes;
+}
+
+Reads AfterSlices(int slices, const std::string& reply) {
+    Reads reads(static_cast<std::size_t>(slices), "");
+    reads.push_back(reply);
+    return reads;
+}
+
+struct ExecuteCase {
+    const char* name;
+    std::deque<Reads> status, blocks;
+    std::int16_t returned;
+    int flag;
+    std::string result;
+    int blocksWritten, enqs, acks;
+    std::string description;
+    double startSeconds = 43200;
+    const char* skipChecks = "0";
+};
+
+TEST_F(SessionTest, ExecuteAgainstScriptedPrinters) {
+    const Reads silence;
+    // clang-format off
+    const std::vector<ExecuteCase> cases = {
+        {"accepted", {}, {}, 0, ACK, "", 1, 1, 0, "Ok"},
+        {"reply at every byte", {}, {EveryByte(DataReply("A\nB"))}, 0, ETX, "\x02" "A\nB\x03", 1, 1, 0, "Ok"},
+        {"ENQ before the reply", {}, {{kEnq + DataReply("X")}}, 0, ETX, "\x02X\x03", 1, 1, 1, "Ok"},
+        {"EOT ends a reply", {}, {{"\x02X\x04"}}, 0, ETX, "\x02X\x04", 1, 1, 0, "Ok"},
+        {"NAK then ACK", {}, {{kNak}}, 0, ACK, "", 2, 1, 0, "Ok"},
+        {"seven NAKs", {}, std::deque<Reads>(8, {kNak}), 0, NAK, "", 7, 1, 0, "Ok"},
+        {"silent reply", {}, std::deque<Reads>(7, silence), pfCommError, ETX, "", 7, 7, 0, "pfError de comunicacion"},
+        // The late reply is then taken for the answer to the next status request.
+        {"reply at the time-out is late", {}, {AfterSlices(201, DataReply("X"))}, 0, ETX, "\x02`@\x03", 2, 2, 0, "Ok"},
+        {"silent status requests", std::deque<Reads>(9, silence), {}, 0, ACK, "", 1, 10, 0, "Ok"},
+        {"wait across midnight", {}, {AfterSlices(600, DataReply("late"))}, 0, ETX, "\x02late\x03", 1, 1, 0, "Ok", 86399.5},
+        {"skip checks: no status, nothing read", {}, {{kNak}}, 0, ACK, "", 1, 0, 0, "NO_STATUS_CHECK", 43200, "1"},
+    };
+    // clang-format on
+    for (const ExecuteCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        session_.reset();
+        line_ = std::make_shared<ScriptedLine>(*fakeClock_);
+        Set("SkipChecks", c.skipChecks);
+        PrinterFiscal& s = OpenSession();
+        fakeClock_->SetSecondsSinceMidnight(c.startSeconds);
+        line_->statusAnswers = c.status;
+        line_->blockAnswers = c.blocks;
+        EXPECT_EQ(s.Execute("w"), c.returned);
+        EXPECT_EQ(s.outcome().resultFlag, c.flag);
+        EXPECT_EQ(s.outcome().result, c.result);
+        EXPECT_EQ(line_->BlocksWritten(), c.blocksWritten);
+        EXPECT_EQ(line_->Count(kEnq), c.enqs);
+        EXPECT_EQ(line_->Count(kAck), c.acks);
+        EXPECT_EQ(s.outcome().DescripcionError, c.description);
+        // Waits block on the port in slices: never more than one per 50 ms of time-out.
+        EXPECT_LE(line_->waits, (c.blocksWritten + c.enqs) * (10000 / 50 + 1) + 600);
+    }
+}
 
 TEST_F(SessionTest, StatusBytesAreDecodedAndExplained) {
     PrinterFiscal& s = OpenSession();
-    line_->statusAnswers.push_back(Reads{StatusReply(96, 64)});
+    s.outcome().DescripcionError = "before";
+    line_->statusAnswers = {{kNak}, {StatusReply(96, 64)}};
+    s.GetStatus();  // a NAK fails the request and leaves the description
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
+    EXPECT_EQ(s.outcome().DescripcionError, "before");
     s.GetStatus();
     EXPECT_EQ(s.outcome().pfError, pfOk);
-    EXPECT_EQ(s.outcome().STS1, 96);
-    EXPECT_EQ(s.outcome().STS2, 64);
-    EXPECT_EQ(s.outcome().result, "");
     EXPECT_EQ(s.explainSTS1(), "Modo fiscal: IDLE (0x60)");
     EXPECT_EQ(s.explainSTS2(), "STS2 = Ok (0x40)");
     s.outcome().STS1 = 7;
@@ -25,196 +88,65 @@ TEST_F(SessionTest, StatusBytesAreDecodedAndExplained) {
     EXPECT_EQ(s.explainSTS2(), "Sin papel/error mec\xE1nico (0x42)");
 }
 
-TEST_F(SessionTest, AcceptedCommandSendsStatusRequestThenOneBlock) {
-    PrinterFiscal& s = OpenSession();
-    EXPECT_EQ(s.Execute("w"), 0);
-    ASSERT_EQ(line_->writes.size(), 2u);
-    EXPECT_EQ(line_->writes[0], kEnq);
-    EXPECT_EQ(line_->writes[1], std::string("\x02w\x03t"));
-    EXPECT_EQ(s.outcome().resultFlag, ACK);
-    EXPECT_FALSE(s.AbrirGaveta());  // success reads False
-}
-
-TEST_F(SessionTest, ReplySplitAtEveryByteIsJoined) {
-    PrinterFiscal& s = OpenSession();
-    Reads bytes;
-    for (char c : DataReply("A\nB")) bytes.emplace_back(1, c);
-    line_->blockAnswers.push_back(bytes);
-    EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.outcome().result, std::string("\x02"
-                                              "A\nB\x03"));
-    EXPECT_EQ(s.outcome().resultFlag, ETX);
-    EXPECT_EQ(s.outcome().DescripcionError, "Ok");
-}
-
-TEST_F(SessionTest, EnqBeforeAReplyIsAnsweredWithAckAndDropped) {
-    PrinterFiscal& s = OpenSession();
-    line_->blockAnswers.push_back(Reads{char(ENQ) + DataReply("X")});
-    EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(line_->writes.back(), kAck);
-    EXPECT_EQ(s.outcome().result, std::string("\x02X\x03"));
-}
-
-TEST_F(SessionTest, ReplyEndedByEotCountsAsEtx) {
-    PrinterFiscal& s = OpenSession();
-    line_->blockAnswers.push_back(Reads{std::string("\x02X\x04")});
-    EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.outcome().resultFlag, ETX);
-    EXPECT_EQ(s.outcome().result, std::string("\x02X\x04"));
-}
-
-TEST_F(SessionTest, SevenNaksSendSevenBlocksAndStillReturnZero) {
-    PrinterFiscal& s = OpenSession();
-    for (int i = 0; i < 8; ++i) line_->blockAnswers.push_back(Reads{kNak});
-    EXPECT_EQ(s.Execute("w"), 0);
-    EXPECT_EQ(line_->BlocksWritten(), 7);
-    EXPECT_EQ(line_->Count(kEnq), 1);  // NAK is answered by re-sending, not by a new status
-    EXPECT_EQ(s.outcome().resultFlag, NAK);
-}
-
-TEST_F(SessionTest, NakThenAckResendsOnce) {
-    PrinterFiscal& s = OpenSession();
-    line_->blockAnswers.push_back(Reads{kNak});
-    EXPECT_EQ(s.Execute("w"), 0);
-    EXPECT_EQ(line_->BlocksWritten(), 2);
-    EXPECT_EQ(s.outcome().resultFlag, ACK);
-}
-
-TEST_F(SessionTest, SilentReplyTimesOutAndCostsAStatusRequestAndAResend) {
-    Set("TimeOut", "2");
-    PrinterFiscal& s = OpenSession();
-    for (int i = 0; i < 7; ++i) line_->blockAnswers.push_back(Reads{});
-    EXPECT_EQ(s.Execute("w"), pfCommError);
-    EXPECT_EQ(s.outcome().DescripcionError, "pfError de comunicacion");
-    EXPECT_EQ(line_->BlocksWritten(), 7);
-    EXPECT_EQ(line_->Count(kEnq), 7);
-    // The wait blocked on the port in slices instead of reading in a loop.
-    EXPECT_LE(line_->waits, 7 * (2000 / 50 + 1));
-}
-
-TEST_F(SessionTest, SilentStatusRequestsSpendNoAttempt) {
-    Set("TimeOut", "1");
-    PrinterFiscal& s = OpenSession();
-    for (int i = 0; i < 9; ++i) line_->statusAnswers.push_back(Reads{});
-    EXPECT_EQ(s.Execute("w"), 0);
-    EXPECT_EQ(line_->Count(kEnq), 10);
-    EXPECT_EQ(line_->BlocksWritten(), 1);
-}
-
-TEST_F(SessionTest, SkipChecksSendsOneBlockAndReadsNothing) {
-    Set("SkipChecks", "1");
-    PrinterFiscal& s = OpenSession();
-    line_->blockAnswers.push_back(Reads{kNak});  // never read
-    EXPECT_EQ(s.Execute("w"), 0);
-    EXPECT_EQ(line_->writes, std::vector<std::string>{"\x02w\x03t"});
-    EXPECT_EQ(s.outcome().DescripcionError, "NO_STATUS_CHECK");
-    EXPECT_EQ(s.outcome().resultFlag, ACK);
-}
-
-TEST_F(SessionTest, WithoutAPortCommandsReportPortClosed) {
-    PrinterFiscal& s = Session();
-    EXPECT_EQ(s.Execute("w"), 1);
-    EXPECT_EQ(s.outcome().pfError, pfCommError);
-    EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
-    s.outcome().pfError = pfOk;
-    s.ExecuteNoCheck("w");
-    EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
-    EXPECT_TRUE(s.AbrirGaveta());  // failure reads True
-    EXPECT_TRUE(line_->writes.empty());
-}
-
-TEST_F(SessionTest, ANakInAStatusReplyFailsTheStatusButLeavesTheDescription) {
-    PrinterFiscal& s = OpenSession();
-    s.outcome().DescripcionError = "before";
-    line_->statusAnswers.push_back(Reads{kNak});
-    s.GetStatus();
-    EXPECT_EQ(s.outcome().pfError, pfCommError);
-    EXPECT_EQ(s.outcome().resultFlag, NAK);
-    EXPECT_EQ(s.outcome().DescripcionError, "before");
-}
-
-TEST_F(SessionTest, WaitAcrossMidnightOutlastsTheTimeOut) {
-    Set("TimeOut", "1");
-    PrinterFiscal& s = OpenSession();
-    fakeClock_->SetSecondsSinceMidnight(86399.5);
-    // Silent for 30 s of slices, then the reply: the negative elapsed time keeps waiting.
-    Reads late(600, "");
-    late.push_back(DataReply("late"));
-    line_->blockAnswers.push_back(late);
-    EXPECT_EQ(s.Execute("S1"), 0);
-    EXPECT_EQ(s.outcome().result, std::string("\x02late\x03"));
-}
-
 TEST_F(SessionTest, AbrirOpensComNRaisesLinesAndLearnsTheSerial) {
-    PrinterFiscal& s = Session();
     line_->blockAnswers.push_back(
         Reads{DataReply("S101\n0\n12\n3\n4\n5\n6\n7\nJ-123\nZ7A0001234\n240115\n1200")});
+    PrinterFiscal& s = Session();
     s.Abrir(5);
     EXPECT_EQ(line_->openedPort, 5);
-    EXPECT_EQ(s.port(), 5);
     const std::vector<std::pair<std::int16_t, std::int16_t>> lines{{3, 0}, {2, 1}};
     EXPECT_EQ(line_->lineChanges, lines);
     EXPECT_EQ(s.SerialPrinter(), "Z7A0001234");
     EXPECT_EQ(s.tipoPrinter(), HKA112);
+    Set("TipoPrinter", "7");  // read on every call, returned unchecked
+    EXPECT_EQ(s.tipoPrinter(), 7);
+
+    s.Abrir(6);  // a new Abrir closes the port first
+    s.Cerrar();
+    EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{5, 6}));
+    line_->writes.clear();
+    EXPECT_EQ(s.Execute("w"), 1);
+    EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
+    s.ExecuteNoCheck("w");
+    EXPECT_TRUE(s.AbrirGaveta());  // failure reads True
+    EXPECT_TRUE(line_->writes.empty());
 }
 
-TEST_F(SessionTest, AbrirOnAPortThatCannotOpenRaises40001AndKeepsTheNumber) {
+TEST_F(SessionTest, AbrirThatFailsRaises40001AndKeepsTheNumber) {
+    PrinterFiscal& s = OpenSession(4);
     line_->openResult = 2;
-    PrinterFiscal& s = Session();
     try {
         s.Abrir(42);
         FAIL() << "Abrir must raise";
     } catch (const automation::VbError& e) {
         EXPECT_EQ(e.number(), 40001);
         EXPECT_EQ(e.source(), "PrinterFiscal.Abrir");
-        EXPECT_EQ(e.description(), line_->errorText);
+        EXPECT_EQ(e.description(), line_->ErrorText());
     }
     EXPECT_EQ(s.port(), 42);
-}
-
-TEST_F(SessionTest, ANewAbrirClosesThePortFirstAndCerrarClosesIt) {
-    PrinterFiscal& s = OpenSession(4);
-    s.Abrir(6);
-    EXPECT_EQ(line_->closedPorts, std::vector<std::int16_t>{4});
-    EXPECT_EQ(s.port(), 6);
-    s.Cerrar();
-    EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{4, 6}));
-    EXPECT_EQ(s.port(), 0);
-    EXPECT_EQ(s.Execute("w"), 1);  // closed again
-}
-
-TEST_F(SessionTest, AbrirClosesTheOpenPortBeforeConvertingItsArgument) {
-    PrinterFiscal& s = OpenSession(4);
+    // The open port is closed before the argument is converted.
     EXPECT_THROW(s.Abrir([]() -> std::int16_t { throw automation::VbError::Standard(13); }),
                  automation::VbError);
-    EXPECT_EQ(line_->closedPorts, std::vector<std::int16_t>{4});
+    EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{4, 42}));
     EXPECT_EQ(s.port(), 0);
 }
 
 TEST_F(SessionTest, DirectSendsFrameTheCommandWithoutStatusOrWait) {
     PrinterFiscal& s = OpenSession();
     s.outcome().pfError = pfPrinterError;
-    line_->blockAnswers = {Reads{}, Reads{}};  // the printer says nothing to them
+    line_->blockAnswers = {Reads{}, Reads{}};
     s.SendDirect("a b");
     s.ExecuteNoCheck("c");
-    EXPECT_EQ(line_->writes,
-              (std::vector<std::string>{BuildCommandBlock("a b"), BuildCommandBlock("c")}));
+    EXPECT_EQ(line_->Commands(), (std::vector<std::string>{"a b", "c"}));
     EXPECT_EQ(s.outcome().pfError, pfPrinterError);  // outcome untouched
     EXPECT_EQ(line_->waits, 0);
 
     line_->ackAnswers.push_back(Reads{DataReply("next")});
     s.SendAck();
-    EXPECT_EQ(line_->writes.back(), kAck);
     EXPECT_EQ(s.outcome().result, std::string("\x02next\x03"));
     EXPECT_EQ(s.outcome().pfError, pfOk);
-}
-
-TEST_F(SessionTest, ResetSendsE) {
-    PrinterFiscal& s = OpenSession();
     EXPECT_EQ(s.Reset(), 0);
-    EXPECT_EQ(line_->writes.back(), std::string("\x02"
-                                                "e\x03") +
-                                        char('e' ^ ETX));
+    EXPECT_EQ(line_->Command(2), "e");
     EXPECT_TRUE(s.NextStatusBlock().empty());
     EXPECT_EQ(line_->writes.back(), kAck);
 }

@@ -15,61 +15,43 @@ class RecordingWindow : public preview::QuickViewWindow {
         view.LoadText();
         shown.push_back(view.textBox().text());
     }
-    std::vector<std::string> shown;
     void Hide() override {}
+    std::vector<std::string> shown;
 };
 
 class TestModeSession : public SessionTest {
   protected:
     void SetUp() override {
         Set("TestMode", "True");
-        window_ = std::make_shared<RecordingWindow>();
         previous_ = preview::ReplaceQuickViewWindowFactory([this] { return window_; });
     }
     void TearDown() override {
         preview::ReplaceQuickViewWindowFactory(previous_);
         Process().testMode = false;
+        Process().trace.SetIsDebug(false);
     }
 
-    std::shared_ptr<RecordingWindow> window_;
+    std::shared_ptr<RecordingWindow> window_ = std::make_shared<RecordingWindow>();
     preview::QuickViewWindowFactory previous_;
 };
 
 TEST_F(TestModeSession, CommandsGoToThePreviewShownAtClosing) {
     PrinterFiscal& s = Session();
-    EXPECT_TRUE(s.testMode());
+    EXPECT_EQ(s.Execute("w"), 0);  // before Abrir nothing is kept
     // Whatever the host passes is never converted: a value that is no port number will do.
     s.Abrir([]() -> std::int16_t { throw automation::VbError::Standard(13); });
-    EXPECT_EQ(line_->openedPort, 0);  // no port is opened
     s.outcome().pfError = pfPrinterError;
     EXPECT_EQ(s.Execute("w"), pfPrinterError);  // the current outcome, untouched
     s.ExecuteNoCheck("x y");
-    s.SendDirect(
-        std::string("\x02"
-                    "z",
-                    2));
+    s.SendDirect(std::string("\x02z"));
     EXPECT_EQ(s.GetResponse("S1"), Fields{"Ok"});
-    EXPECT_TRUE(line_->writes.empty());
     EXPECT_TRUE(window_->shown.empty());
-
     s.Cerrar();
-    ASSERT_EQ(window_->shown.size(), 1u);
-    EXPECT_EQ(window_->shown[0], "w \r\nx y \r\nSendDirect: [STX]z \r\nGET RESPONSE: S1 \r\n");
-}
-
-TEST_F(TestModeSession, WithoutAbrirNothingIsRecordedOrShown) {
-    PrinterFiscal& s = Session();
-    EXPECT_EQ(s.Execute("w"), 0);
-    s.Cerrar();
-    EXPECT_TRUE(window_->shown.empty());
+    EXPECT_EQ(line_->openedPort, 0);
     EXPECT_TRUE(line_->writes.empty());
+    EXPECT_EQ(window_->shown, std::vector<std::string>{
+                                  "w \r\nx y \r\nSendDirect: [STX]z \r\nGET RESPONSE: S1 \r\n"});
 }
-
-}  // namespace
-}  // namespace corvid::session::testing
-
-namespace corvid::session::testing {
-namespace {
 
 TEST_F(TestModeSession, ImmediateTraceIsShownWhenAPortCloses) {
     Set("TestMode", "False");
@@ -78,7 +60,6 @@ TEST_F(TestModeSession, ImmediateTraceIsShownWhenAPortCloses) {
     PrinterFiscal& s = OpenSession();
     s.Execute("w");
     s.Cerrar();
-    Process().trace.SetIsDebug(false);
     ASSERT_EQ(window_->shown.size(), 1u);
     EXPECT_NE(window_->shown[0].find("Execute: -> w \r\n"), std::string::npos);
     EXPECT_NE(window_->shown[0].find(" <- ACK \r\n"), std::string::npos);

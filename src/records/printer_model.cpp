@@ -1,0 +1,13 @@
+#include "records/printer_model.h"
+
+namespace corvid::records {
+
+VariantesPF ModelOfSerial(std::string_view serial) {
+    const std::string_view prefix = serial.substr(0, 3);
+    if (prefix == "Z6B") return DT230;
+    if (prefix == "Z7A") return HKA112;
+    if (prefix == "Z1F") return SRP812;
+    return SRP350;
+}
+
+}  // namespace corvid::records
