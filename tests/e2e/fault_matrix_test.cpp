@@ -586,16 +586,14 @@ TEST(FaultMatrix, EveryFamilyUnderEveryFaultOfTheLine) {
         for (const std::string& cell : table[r]) out << Padded(cell, kWidth);
         out << "\n";
     }
-    out << "\nEach fault hits the reply to the family's command: its data (for reportesZMF the\n"
-           "further block), or its lone ACK; frame faults (EOT end, bad check, dropped) hit the\n"
-           "status reply before a lone ACK. MW: with MaxWait set.\n"
-           "ok: intact; whole: the 5000-byte reply collected whole; resent: one time-out, the\n"
-           "block sent again; reENQ: one time-out, status asked again; NAKx7: seven blocks\n"
-           "refused, pfOk with resultFlag NAK; comm: seven time-outs, pfCommError; status: the\n"
-           "query's own status request timed out; gaveup: MaxWait spent, pfCommError; TWICE:\n"
-           "the ACK hidden by the fault, the command sent again and done twice; part: the\n"
-           "further block lost; garbl: the further block read with the garbage; n/a: not\n"
-           "meaningful; -: not run; !: the cell did not go as stated.\n";
+    out << "\nA fault hits the reply to the family's command (for reportesZMF its further block);\n"
+           "frame faults hit the status reply before a lone ACK. MW: MaxWait set. Cells: ok "
+           "intact,\n"
+           "whole 5000-byte reply read whole, resent block sent again, reENQ status asked again,\n"
+           "NAKx7 refused seven times, comm seven time-outs, status the query's status timed out,\n"
+           "gaveup MaxWait spent, TWICE the hidden ACK made it run twice, part further block "
+           "lost,\n"
+           "garbl further block garbled, n/a not meaningful, - not run, ! did not go as stated.\n";
     for (const Fault& fault : faults) {
         for (const Family& family : families) {
             const Expectation e = fault.expect(family);
