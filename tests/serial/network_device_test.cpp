@@ -213,27 +213,23 @@ TEST_F(NetworkDeviceTest, DataIsEscapedOnlyOverTheComPortProtocol) {
     EXPECT_EQ(status, kModemCts | kModemDsr | kModemRlsd);
 }
 
-TEST_F(NetworkDeviceTest, LineErrorsTheServerReportsAreClearedByTheQuery) {
+// Line errors the server reports are cleared by the query; a purge drops what arrived but
+// keeps what the server reported of the lines.
+TEST_F(NetworkDeviceTest, ReportsOfTheServerOutliveQueriesAndPurges) {
     auto device = StartComPort();
     ASSERT_NE(device, nullptr);
     far_->incoming = {ComPortMessage({106, 0x63}) + "a" + ComPortMessage({106, 0x0C})};
-    std::uint32_t waiting = 0, flags = 0;
+    std::uint32_t waiting = 0, flags = 0, status = 0;
     ASSERT_FALSE(device->QueryInput(waiting, flags));
     EXPECT_EQ(waiting, 1u);
     EXPECT_EQ(flags, 0x0Eu);  // overrun, parity and framing; the status bits are not errors
     ASSERT_FALSE(device->QueryInput(waiting, flags));
     EXPECT_EQ(flags, 0u);
-}
 
-TEST_F(NetworkDeviceTest, PurgeDropsWhatArrivedButKeepsWhatTheServerReported) {
-    auto device = StartComPort();
-    ASSERT_NE(device, nullptr);
     far_->incoming = {"stale" + ComPortMessage({107, 0x80})};
     ASSERT_FALSE(device->Purge());
-    std::uint32_t waiting = 9, flags = 0;
     ASSERT_FALSE(device->QueryInput(waiting, flags));
     EXPECT_EQ(waiting, 0u);
-    std::uint32_t status = 0;
     ASSERT_FALSE(device->ModemStatus(status));
     EXPECT_EQ(status, kModemRlsd);
     EXPECT_EQ(far_->sent, ComPortMessage({12, 3}));

@@ -24,20 +24,23 @@ TEST(PortDevicePath, OverrideThenSettingThenTtySOfThePortMinusOne) {
 }
 
 TEST(NetworkAddress, AServerIsATcpOrRfc2217UrlWithAPort) {
-    auto raw = ParseNetworkAddress("tcp://192.168.1.50:4001");
-    ASSERT_TRUE(raw);
-    EXPECT_EQ(raw->protocol, NetworkAddress::Protocol::kRawTcp);
-    EXPECT_EQ(raw->host, "192.168.1.50");
-    EXPECT_EQ(raw->port, 4001);
-    auto telnet = ParseNetworkAddress("RFC2217://caja-3.tienda.lan:65535");
-    ASSERT_TRUE(telnet);
-    EXPECT_EQ(telnet->protocol, NetworkAddress::Protocol::kTelnetComPort);
-    EXPECT_EQ(telnet->host, "caja-3.tienda.lan");
-    EXPECT_EQ(telnet->port, 65535);
-    auto v6 = ParseNetworkAddress("tcp://[fe80::1]:2217");
-    ASSERT_TRUE(v6);
-    EXPECT_EQ(v6->host, "fe80::1");
-
+    using Protocol = NetworkAddress::Protocol;
+    struct Case {
+        const char* device;
+        Protocol protocol;
+        const char* host;
+        int port;
+    };
+    for (const Case& c : {Case{"tcp://192.168.1.50:4001", Protocol::kRawTcp, "192.168.1.50", 4001},
+                          Case{"RFC2217://caja-3.tienda.lan:65535", Protocol::kTelnetComPort,
+                               "caja-3.tienda.lan", 65535},
+                          Case{"tcp://[fe80::1]:2217", Protocol::kRawTcp, "fe80::1", 2217}}) {
+        const auto address = ParseNetworkAddress(c.device);
+        ASSERT_TRUE(address) << c.device;
+        EXPECT_EQ(address->protocol, c.protocol);
+        EXPECT_EQ(address->host, c.host);
+        EXPECT_EQ(address->port, c.port);
+    }
     for (const char* device : {"/dev/ttyUSB0", "COM3", "telnet://host:23", "tcp:/host:1"}) {
         EXPECT_FALSE(IsNetworkDevice(device)) << device;
     }

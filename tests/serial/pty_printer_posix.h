@@ -4,24 +4,23 @@
 #include <string>
 
 #include "serial/printer_end.h"
+#include "support/raw_terminal_posix.h"
 
 namespace corvid::serial {
 
 class PtyPrinter : public PrinterEnd {
   public:
-    PtyPrinter();  // throws when the system has no pseudo-terminal to give
-    ~PtyPrinter() override;
-    PtyPrinter(const PtyPrinter&) = delete;
-    PtyPrinter& operator=(const PtyPrinter&) = delete;
-
-    int fd() const { return master_; }
-    std::string SlavePath() const;
-    void Send(const std::string& bytes) override;
-    std::string Receive(std::size_t expected, std::chrono::milliseconds timeout) override;
-    void HangUp() override;
+    int fd() const { return master_.fd(); }
+    std::string SlavePath() const { return master_.SlavePath(); }
+    void Send(const std::string& bytes) override { master_.Send(bytes); }
+    std::string Receive(std::size_t expected, std::chrono::milliseconds timeout) override {
+        return master_.ReadUntil([&](const std::string& got) { return got.size() >= expected; },
+                                 timeout);
+    }
+    void HangUp() override { master_.Close(); }
 
   private:
-    int master_ = -1;
+    test_support::RawTerminal master_;
 };
 
 }  // namespace corvid::serial

@@ -4,7 +4,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -85,13 +84,6 @@ TEST_F(PtyTest, HostClosingThePortDuringTheYieldFailsTheReadCleanly) {
     EXPECT_EQ(ports_.CommRead(kPort, data, 4096), -1);
     host::SetHostYieldHook(previous);
     EXPECT_EQ(ports_.LastCommError().source, "CommRead (ClearCommError)");
-}
-
-TEST_F(PtyTest, MissingDeviceFailsAtCreateFileWithTheSystemText) {
-    SetPortDevice(kPort, "/nonexistent/ttyCorvid");
-    EXPECT_EQ(ports_.CommOpen(kPort, "COM5", kLineSettings), ENOENT);
-    EXPECT_EQ(ports_.LastCommError().source, "CommOpen (CreateFile)");
-    EXPECT_EQ(ports_.LastCommError().description, std::strerror(ENOENT));
 }
 
 TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {

@@ -16,33 +16,27 @@ namespace {
 using Direction = TranscriptEntry::Direction;
 using What = TranscriptEntry::What;
 
-TEST_F(SimulatorTest, StatusRequestGetsStatusBytesWithCheck) {
+TEST_F(SimulatorTest, AnswersStatusBlocksAndBadChecksAndSkipsStrayBytes) {
     EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x60, 0x40, 3, 0x60 ^ 0x40 ^ 3}));
     sim_->SetStatusBytes(0x61, 0x08);
     EXPECT_EQ(Exchange(Bytes({5})), Bytes({2, 0x61, 0x08, 3, 0x61 ^ 0x08 ^ 3}));
-}
-
-TEST_F(SimulatorTest, AcceptsGoodBlockAndRefusesBadCheck) {
-    EXPECT_EQ(SendCommand("w"), Bytes({6}));
+    sim_->transcript().Clear();
     std::string bad = session::BuildCommandBlock("w");
     bad.back() = static_cast<char>(bad.back() ^ 1);
     EXPECT_EQ(Exchange(bad), Bytes({21}));
-
-    std::vector<TranscriptEntry> entries = sim_->transcript().Entries();
-    ASSERT_EQ(entries.size(), 4u);
-    EXPECT_TRUE(entries[0].checkOk);
-    EXPECT_FALSE(entries[2].checkOk);
-    EXPECT_EQ(entries[3].what, What::Nak);
-    EXPECT_EQ(sim_->transcript().Commands(), (std::vector<std::string>{"w", "w"}));
-}
-
-TEST_F(SimulatorTest, BlockSplitAcrossWritesAndStrayBytesAreHandled) {
-    std::string block = session::BuildCommandBlock("7");
-    line_->Send("xy");
-    line_->Send(block.substr(0, 2));
+    // Stray bytes before a block, and a block split across writes.
+    const std::string block = session::BuildCommandBlock("7");
+    line_->Send("xy" + block.substr(0, 2));
     EXPECT_EQ(line_->ReadChunk(kQuiet), "");
     EXPECT_EQ(Exchange(block.substr(2)), Bytes({6}));
-    EXPECT_EQ(sim_->transcript().Count(Direction::HostToPrinter, What::Stray), 1u);
+
+    const std::vector<TranscriptEntry> entries = sim_->transcript().Entries();
+    ASSERT_EQ(entries.size(), 5u);
+    EXPECT_FALSE(entries[0].checkOk);
+    EXPECT_EQ(entries[1].what, What::Nak);
+    EXPECT_EQ(entries[2].what, What::Stray);
+    EXPECT_TRUE(entries[3].checkOk);
+    EXPECT_EQ(sim_->transcript().Commands(), (std::vector<std::string>{"w", "7"}));
 }
 
 // S1 has the short layout (14 fields) or, for the models that use it, the long one (16)
@@ -99,10 +93,8 @@ TEST_F(SimulatorTest, MultiBlockReplySendsEachBlockOnlyAfterAck) {
     line_->Send(Bytes({6}));
     EXPECT_EQ(line_->ReadChunk(kQuiet), "");
     EXPECT_EQ(sim_->transcript().Count(Direction::PrinterToHost, What::DataReply), 3u);
-}
-
-TEST_F(SimulatorTest, NewRequestAbandonsPendingBlocks) {
-    ASSERT_EQ(SendCommand("~B3").back(), '1' ^ '\n' ^ '3' ^ 23);
+    // A new request abandons the blocks not yet sent.
+    SendCommand("~B3");
     EXPECT_EQ(Exchange(Bytes({5})).size(), 5u);
     line_->Send(Bytes({6}));
     EXPECT_EQ(line_->ReadChunk(kQuiet), "");

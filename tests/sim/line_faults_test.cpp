@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <functional>
+#include <iterator>
+#include <sstream>
 #include <string>
 
 #include "sim/options.h"
@@ -113,30 +115,16 @@ TEST_F(SimulatorTest, ADropCanHangUpForGood) {
     sim_->Stop();  // still safe after a hang-up
 }
 
+std::vector<std::string> Words(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
 TEST(SimulatorOptions, FaultsAndLayoutFromTheCommandLine) {
-    const Options options = ParseOptions({"--bad-check",
-                                          "2",
-                                          "--oversize",
-                                          "1",
-                                          "--oversize-to",
-                                          "7000",
-                                          "--drop",
-                                          "3",
-                                          "--drop-after",
-                                          "4",
-                                          "--hang-up",
-                                          "--late",
-                                          "5",
-                                          "--late-by",
-                                          "250",
-                                          "--garbage-bytes",
-                                          "ff00",
-                                          "--variant",
-                                          "hka112",
-                                          "--s1-layout",
-                                          "short",
-                                          "--sts1",
-                                          "0x61"});
+    const Options options = ParseOptions(
+        Words("--bad-check 2 --oversize 1 --oversize-to 7000 --drop 3 --drop-after 4 --hang-up "
+              "--late 5 --late-by 250 --garbage-bytes ff00 --variant hka112 --s1-layout short "
+              "--sts1 0x61"));
     const FaultPlan& plan = options.config.faults;
     EXPECT_EQ(plan.badCheck.remaining, 2);
     EXPECT_EQ(plan.oversize.remaining, 1);
@@ -151,13 +139,9 @@ TEST(SimulatorOptions, FaultsAndLayoutFromTheCommandLine) {
     EXPECT_EQ(options.config.printer.serial, DefaultSerial(Variant::HKA112));
     EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
     EXPECT_EQ(options.config.printer.forcedSts1, 0x61);
-    for (const std::vector<std::string>& bad :
-         std::vector<std::vector<std::string>>{{"--oversize-to", "0"},
-                                               {"--s1-layout", "wide"},
-                                               {"--nak"},
-                                               {"--garbage-bytes", "f"},
-                                               {"--bogus"}}) {
-        EXPECT_THROW(ParseOptions(bad), std::invalid_argument) << bad[0];
+    for (const char* bad :
+         {"--oversize-to 0", "--s1-layout wide", "--nak", "--garbage-bytes f", "--bogus"}) {
+        EXPECT_THROW(ParseOptions(Words(bad)), std::invalid_argument) << bad;
     }
 }
 

@@ -10,13 +10,35 @@
 #include <utility>
 #include <vector>
 
-#include "host_line.h"
 #include "session/framing.h"
 #include "sim/simulator.h"
+#include "support/raw_terminal_posix.h"
 
 namespace corvid::sim::testing {
 
+using std::chrono::milliseconds;
+
 inline constexpr milliseconds kQuiet{80};  // long enough to tell "no reply" on an idle line
+
+// The host's end of the simulated line.
+class HostLine : public test_support::RawTerminal {
+  public:
+    using RawTerminal::RawTerminal;
+    // One whole reply: a lone ACK or NAK, or everything up to the check byte after the
+    // first ETX, ETB or EOT that follows an STX. Whatever arrived within `timeout` else.
+    std::string ReadReply(milliseconds timeout = milliseconds(2000)) {
+        return ReadUntil(
+            [](const std::string& bytes) {
+                const std::size_t stx = bytes.find('\x02');
+                if (stx == std::string::npos) {
+                    return !bytes.empty() && (bytes.back() == '\x06' || bytes.back() == '\x15');
+                }
+                const std::size_t end = bytes.find_first_of("\x03\x17\x04", stx);
+                return end != std::string::npos && end + 1 < bytes.size();
+            },
+            timeout);
+    }
+};
 
 // The printer's clock stopped at 2024-05-17 10:30:15.
 inline std::tm May17At103015() {
