@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 
 namespace corvid::registration {
 namespace {
@@ -27,17 +28,6 @@ Function Export(const char* name) {
     if (Server() == nullptr) return nullptr;
     // Through void*: FARPROC has no parameters, so a direct cast draws a warning.
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server(), name)));
-}
-
-// The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
-DISPID DispidOf(IDispatch* object, const std::string& name) {
-    std::wstring wide = Wide(name);
-    LPOLESTR names[] = {wide.data()};
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
-        return DISPID_UNKNOWN;
-    }
-    return id;
 }
 
 }  // namespace
@@ -81,10 +71,14 @@ HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
         params.rgdispidNamedArgs = &put;
         params.cNamedArgs = 1;
     }
+    std::wstring wide = Wide(name);
+    LPOLESTR names[] = {wide.data()};
+    DISPID id = DISPID_UNKNOWN;
+    object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
     EXCEPINFO excepinfo{};
     UINT arg_error = 0;
-    const HRESULT hr = object->Invoke(DispidOf(object, name), IID_NULL, LOCALE_USER_DEFAULT, flags,
-                                      &params, result, &excepinfo, &arg_error);
+    const HRESULT hr = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result,
+                                      &excepinfo, &arg_error);
     if (error != nullptr && excepinfo.bstrDescription != nullptr) {
         // The descriptions are ASCII; anything else shows as '?'.
         error->clear();
@@ -128,13 +122,6 @@ ULONG References(IUnknown* object) {
     return object->Release();
 }
 
-VARIANT Short(SHORT value) {
-    VARIANT v{};
-    v.vt = VT_I2;
-    v.iVal = value;
-    return v;
-}
-
 VARIANT Long(LONG value) {
     VARIANT v{};
     v.vt = VT_I4;
@@ -157,28 +144,16 @@ VARIANT Bstr(const wchar_t* text) {
 }
 
 SettingsFile::SettingsFile(const std::string& lines) {
-    const std::string text = "[Config\\NimbusPF]\r\n" + lines + "\r\n";
-    HANDLE file = CreateFileA("ORV.ini", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    if (file != INVALID_HANDLE_VALUE) {
-        WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-        CloseHandle(file);
-    }
+    std::ofstream("ORV.ini", std::ios::binary) << "[Config\\NimbusPF]\r\n" << lines << "\r\n";
 }
 
-SettingsFile::~SettingsFile() { DeleteFileA("ORV.ini"); }
+SettingsFile::~SettingsFile() { std::remove("ORV.ini"); }
 
 STDMETHODIMP HostObject::QueryInterface(REFIID iid, void** object) {
     *object = nullptr;
     if (iid != IID_IUnknown && iid != IID_IDispatch && iid != also_) return E_NOINTERFACE;
     *object = static_cast<IDispatch*>(this);
     AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count) {
-    *count = 0;
     return S_OK;
 }
 

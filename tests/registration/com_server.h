@@ -52,7 +52,6 @@ IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
 // The reference count `object` has.
 ULONG References(IUnknown* object);
 
-VARIANT Short(SHORT value);
 VARIANT Long(LONG value);
 VARIANT Object(IDispatch* object);
 // A String argument, which the caller frees with VariantClear.
@@ -78,7 +77,7 @@ class HostObject : public IDispatch {
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
     STDMETHODIMP_(ULONG) Release() override { return --references_; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override;
     // Records the call; sets a by-reference cancel to True when `set_cancel`, and raises an

@@ -3,13 +3,10 @@
 Dim p, table, code, narrowed
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 table = Array( _
-    "a new session: result", VarType(p.result) & " [" & p.result & "]", vbString & " []", _
+    "a new session: result, a String", VarType(p.result) & " [" & p.result & "]", vbString & " []", _
     "a new session: resultFlag, a Long", VarType(p.resultFlag) & " " & p.resultFlag, vbLong & " 0", _
-    "a new session: pfError, a Long", VarType(p.pfError) & " " & p.pfError, vbLong & " 0", _
-    "a new session: STS1, a Long", VarType(p.STS1) & " " & p.STS1, vbLong & " 0", _
     "a new session: lStatus, an Integer", VarType(p.lStatus) & " " & p.lStatus, vbInteger & " 0", _
     "f21 is an Integer", VarType(p.f21), vbInteger, _
-    "lError is an Integer", VarType(p.lError), vbInteger, _
     "tipoPrinter is a Long", VarType(p.tipoPrinter()), vbLong)
 CheckRows table
 
