@@ -1,7 +1,7 @@
 ' The status records as a host makes and fills them itself: replies given as a ByRef text
 ' or as an array (a number among them), each type of property read back with the type hosts
 ' declare and written from other types, and the errors that reach the host.
-Dim r1, r2, r3, r4, z, reply, table
+Dim r1, r2, r3, z, reply, table
 Set r1 = CreateObject("PrinterFiscalCorvid.PrinterResponse1")
 ' A variable of text, passed as a ByRef String: fields joined by line feeds.
 reply = Replace("S105|0012345|00000120|7|3|2|9|1|44|4|15|16|J-31234567-8|z1f0000001|1030|240517", _
@@ -11,7 +11,6 @@ Set r2 = CreateObject("PrinterFiscalCorvid.PrinterResponse2")
 r2.loadFromResponse Array("S2 0001500", 240, "0", "2.5", "0001740", "1", " 2 ")
 Set r3 = CreateObject("PrinterFiscalCorvid.PrinterResponse3")
 r3.loadFromResponse Array("11600", "00800", "13100", String(42, "0") & "30")
-Set r4 = CreateObject("PrinterFiscalCorvid.PrinterResponse4")
 Set z = CreateObject("PrinterFiscalCorvid.ResumenZ")
 r1.notasCreditoDia = "12"
 z.baseVG = "12.5"
@@ -38,8 +37,6 @@ CheckRows table
 On Error Resume Next
 r1.numeroCajero = 40000
 CheckError "an Integer beyond 16 bits", 6, "", ""
-r4.nMedios = 5
-CheckError "nMedios cannot be written", 438, "", ""
 r2.loadFromResponse Array("S2 0002000", "abc", "0", "1", "0", "0", "0")
 CheckError "a bad amount", 13, "PrinterFiscalCorvid.PrinterResponse2", ""
 r2.loadFromResponse "S2 0001500"

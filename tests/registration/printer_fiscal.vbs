@@ -1,0 +1,49 @@
+' PrinterFiscal as a host drives it without a printer: its properties read and written, the
+' framing members with the ANSI code page's characters as single bytes, the errors of
+' Abrir, and test mode (set in ORV.ini), where no port is opened.
+Dim p, command, result
+Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
+p.result = Chr(2) & "A" & Chr(10) & "B" & Chr(3)
+Check "result written and read", Codes(p.result), "2,65,10,66,3"
+p.resultFlag = 21
+p.pfError = 3
+p.STS2 = -5
+p.SerialPrinter = "Z1F0001234"
+p.f21 = 30
+command = "12"
+p.STS1 = command
+Check "written and read", p.resultFlag & " " & p.pfError & " " & p.lError & " " & p.STS2 & " " & _
+    p.SerialPrinter & " " & p.f21 & " " & p.STS1, "21 3 3 -5 Z1F0001234 30 12"
+command = "w"
+Check "BuildCommandBlock of a ByRef command", Codes(p.BuildCommandBlock(command)), "2,119,3,116"
+Check "CalcXOr of an accented character and the euro sign are their ANSI bytes, an Integer", _
+    p.CalcXOr(Chr(233)) & " " & p.CalcXOr(Chr(128)) & " " & VarType(p.CalcXOr("w")), "233 128 " & vbInteger
+
+On Error Resume Next
+p.pfError = 32768
+result = p.lError
+CheckError "lError of a pfError beyond 16 bits", 6, "PrinterFiscalCorvid.PrinterFiscal", "Overflow"
+result = p.CalcXOr("")
+CheckError "CalcXOr of an empty text", 5, "", "Invalid procedure call or argument"
+p.Abrir 42
+CheckError "Abrir on a missing port", 40001, "PrinterFiscal.Abrir", ""
+p.Abrir "COM1"
+CheckError "Abrir with a text that is no number", 13, "", "Type mismatch"
+p.Abrir 70000
+CheckError "Abrir with a number beyond 16 bits", 6, "", "Overflow"
+p.Cerrar
+CheckError "Cerrar after a failed Abrir", 0, "", ""
+
+WriteTextFile "ORV.ini", "[Config\NimbusPF]" & vbCrLf & "TestMode=True" & vbCrLf
+Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
+DeleteFileIfPresent "ORV.ini"
+p.Abrir "no port at all"
+p.Abrir Nothing
+CheckError "test mode: Abrir takes a text that is no number and an object", 0, "", ""
+On Error GoTo 0
+p.pfError = 2
+Check "test mode: Execute returns the current pfError", p.Execute("w"), 2
+Check "test mode: GetResponseString answers Ok", p.GetResponseString("S1", "|"), "|Ok"
+p.Cerrar
+
+Finish
