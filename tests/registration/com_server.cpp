@@ -99,10 +99,7 @@ std::string Call(IDispatch* object, const std::string& member, std::vector<VARIA
     const HRESULT hr =
         CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result, &error);
     VariantClear(&result);
-    if (hr == S_OK) return "S_OK";
-    char code[16];
-    snprintf(code, sizeof code, "%08lX", static_cast<unsigned long>(hr));
-    return std::string(code) + " " + error;
+    return hr == S_OK ? "S_OK" : error;
 }
 
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,

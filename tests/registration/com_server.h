@@ -42,8 +42,7 @@ class ComServer {
 HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
                    std::vector<VARIANT> arguments, VARIANT* result, std::string* error = nullptr);
 
-// The outcome of a method call: "S_OK", or the HRESULT in hexadecimal and the description
-// of the raised error.
+// The outcome of a method call: "S_OK", or the description of the raised error.
 std::string Call(IDispatch* object, const std::string& member, std::vector<VARIANT> arguments = {});
 // The object a method returns, with the reference the host now holds; null on failure.
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,

@@ -1,6 +1,8 @@
-// Lifetimes as a host's COM runtime sees them: every object the server hands out goes on
-// its last Release, whatever order the host lets go in, and DllCanUnloadNow says the DLL
-// may go only when no object, factory or lock of it is left.
+// The published objects as a host's COM runtime sees them: every object the server hands
+// out goes on its last Release, whatever order the host lets go in, and DllCanUnloadNow says
+// the DLL may go only when no object, factory or lock of it is left. Also what hosts other
+// than VBScript hand over: arrays with a lower bound other than 0 or of Strings (VB6, .NET),
+// and objects of the wrong kind where the server expects one of its own.
 #include <windows.h>
 // (first: the OLE headers below use its types)
 #include <gtest/gtest.h>
@@ -15,17 +17,15 @@
 namespace corvid::registration {
 namespace {
 
-const char* const kCreatable[] = {kPrinterFiscal,
-                                  kCStringBuffer,
-                                  kPrinterResponse1,
-                                  "299BCC32-3CC5-4E00-88D8-F306A6305E1B",
-                                  "30ABF7A0-1080-452F-B932-33EBEB4826AD",
-                                  kPrinterResponse3,
-                                  "F94F5C88-B28A-4482-A664-E2763B20507A",
-                                  kResumenZ,
-                                  "109B91AE-087A-4B19-9579-7B1CDA238E67"};
+// The CLSIDs of every creatable class.
+const char* const kCreatable[] = {
+    "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC", "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7",
+    "FB227847-75EF-4505-B215-22BA97C10BB5", "299BCC32-3CC5-4E00-88D8-F306A6305E1B",
+    "30ABF7A0-1080-452F-B932-33EBEB4826AD", "6D93AB38-5EA9-4557-A2EB-3D41E9756220",
+    "F94F5C88-B28A-4482-A664-E2763B20507A", "77EEFE1C-CBDD-45C0-A930-F12420291E68",
+    "109B91AE-087A-4B19-9579-7B1CDA238E67"};
 
-class ObjectLifetimeTest : public ::testing::Test {
+class ComObjectTest : public ::testing::Test {
   protected:
     void SetUp() override {
         ASSERT_EQ(server_.CanUnloadNow(), S_OK) << "an object of an earlier test is still alive";
@@ -34,7 +34,7 @@ class ObjectLifetimeTest : public ::testing::Test {
     ComServer server_;
 };
 
-TEST_F(ObjectLifetimeTest, EachClassGoesOnItsLastReleaseAndOnlyThenMayTheServerUnload) {
+TEST_F(ComObjectTest, EachClassGoesOnItsLastReleaseAndOnlyThenMayTheServerUnload) {
     for (const char* clsid : kCreatable) {
         SCOPED_TRACE(clsid);
         IClassFactory* factory = server_.Factory(clsid);
@@ -57,7 +57,7 @@ TEST_F(ObjectLifetimeTest, EachClassGoesOnItsLastReleaseAndOnlyThenMayTheServerU
 }
 
 // Any factory of the server locks or unlocks it; an unlock with no lock cancels nothing.
-TEST_F(ObjectLifetimeTest, ALockKeepsTheServerWithNoObjectLeftAndAStrayUnlockCancelsNothing) {
+TEST_F(ComObjectTest, ALockKeepsTheServerWithNoObjectLeftAndAStrayUnlockCancelsNothing) {
     const struct {
         const char* clsid;
         BOOL lock;
@@ -78,7 +78,7 @@ TEST_F(ObjectLifetimeTest, ALockKeepsTheServerWithNoObjectLeftAndAStrayUnlockCan
 
 // The records a session returns, and the one a host sets as its s3, are the host's: the
 // session keeps none of them alive and none of them keeps the session alive.
-TEST_F(ObjectLifetimeTest, RecordsAndTheSessionTheyCameFromGoInEitherOrder) {
+TEST_F(ComObjectTest, RecordsAndTheSessionTheyCameFromGoInEitherOrder) {
     const char* const kQueries[] = {"Response1", "Response2",          "Response3",
                                     "Response4", "getEstadoDocumento", "ResumenZ"};
     for (bool session_first : {true, false}) {
@@ -109,10 +109,6 @@ TEST_F(ObjectLifetimeTest, RecordsAndTheSessionTheyCameFromGoInEitherOrder) {
             EXPECT_EQ(server_.CanUnloadNow(), S_FALSE);
         }
         for (IDispatch* record : records) {
-            VARIANT text;
-            VariantInit(&text);
-            CallByName(record, "toString", DISPATCH_METHOD, {}, &text);
-            VariantClear(&text);
             // The session keeps its s3 until it goes itself.
             const bool kept = !session_first && record == records[2];
             EXPECT_EQ(record->Release(), kept ? 1u : 0u);
@@ -166,7 +162,7 @@ int PortWithNoPrinter() {
 // goes, with or without Cerrar. A port with no printer gives an empty closure collection;
 // For Each takes an enumerator from it and may clone it: each keeps the collection for as
 // long as it lives itself and no longer.
-TEST_F(ObjectLifetimeTest, APortAndAClosureCollectionAreHeldOnlyWhileTheirOwnersLive) {
+TEST_F(ComObjectTest, APortAndAClosureCollectionAreHeldOnlyWhileTheirOwnersLive) {
     const int port = PortWithNoPrinter();
     ASSERT_NE(port, 0);
     IDispatch* sessions[3] = {};
@@ -185,7 +181,7 @@ TEST_F(ObjectLifetimeTest, APortAndAClosureCollectionAreHeldOnlyWhileTheirOwners
     EXPECT_NE(Call(sessions[1], "Abrir", {Long(port)}).find("in use"), std::string::npos);
     IDispatch* closures = ObjectFrom(sessions[0], "reportesZMF", {Long(1), Long(1)});
     ASSERT_NE(closures, nullptr) << Call(sessions[0], "reportesZMF", {Long(1), Long(1)});
-    EXPECT_EQ(Call(closures, "item", {Long(1)}), "80020009 Subscript out of range");
+    EXPECT_EQ(Call(closures, "item", {Long(1)}), "Subscript out of range");
     EXPECT_EQ(sessions[0]->Release(), 0u);
     // A session that never tried this port: it opens only a port the table has free.
     EXPECT_EQ(Call(sessions[2], "Abrir", {Long(port)}), "S_OK");
@@ -213,6 +209,96 @@ TEST_F(ObjectLifetimeTest, APortAndAClosureCollectionAreHeldOnlyWhileTheirOwners
     EXPECT_EQ(server_.CanUnloadNow(), S_FALSE) << "the clone holds the collection";
     EXPECT_EQ(clone->Release(), 0u);
     EXPECT_EQ(server_.CanUnloadNow(), S_OK);
+}
+
+// The dual interfaces of PrinterFiscal and PrinterResponse3.
+constexpr IID kPrinterFiscalInterface = {
+    0xc411d3fe, 0xa8b5, 0x4bf3, {0x94, 0x81, 0x01, 0x94, 0x42, 0xca, 0xa8, 0x75}};
+constexpr IID kPrinterResponse3Interface = {
+    0x5895de05, 0xa3f8, 0x40bf, {0x81, 0x01, 0x2b, 0x55, 0x1d, 0xa1, 0xea, 0xf7}};
+
+// responseItem(selector, s) as a late-bound host calls it, shown as "vt:text".
+std::wstring ResponseItem(IDispatch* session, SHORT selector, SAFEARRAY* array, VARTYPE type) {
+    VARIANT s;
+    VariantInit(&s);
+    s.vt = VT_ARRAY | type;
+    s.parray = array;
+    VARIANT item;
+    VariantInit(&item);
+    if (FAILED(CallByName(session, "responseItem", DISPATCH_METHOD, {Long(selector), s}, &item))) {
+        return L"failed";
+    }
+    std::wstring shown = std::to_wstring(item.vt) + L":";
+    if (SUCCEEDED(VariantChangeType(&item, &item, 0, VT_BSTR))) shown += item.bstrVal;
+    VariantClear(&item);
+    return shown;
+}
+
+TEST_F(ComObjectTest, ResponseItemCountsFromTheArraysLowerBound) {
+    IDispatch* session = server_.Create(kPrinterFiscal);
+    ASSERT_NE(session, nullptr);
+    // Dim a(3 To 4) As Variant: "a", 42; Dim names(1 To 1) As String: "x".
+    SAFEARRAY* variants = SafeArrayCreateVector(VT_VARIANT, 3, 2);
+    SAFEARRAY* names = SafeArrayCreateVector(VT_BSTR, 1, 1);
+    void* data = nullptr;
+    SafeArrayAccessData(variants, &data);
+    static_cast<VARIANT*>(data)[0] = Bstr(L"a");
+    static_cast<VARIANT*>(data)[1] = Long(42);
+    SafeArrayUnaccessData(variants);
+    SafeArrayAccessData(names, &data);
+    static_cast<BSTR*>(data)[0] = SysAllocString(L"x");
+    SafeArrayUnaccessData(names);
+    const struct {
+        SHORT selector;
+        SAFEARRAY* array;
+        VARTYPE type;
+        const wchar_t* expected;
+    } kCases[] = {{3, variants, VT_VARIANT, L"8:a"},
+                  {4, variants, VT_VARIANT, L"3:42"},
+                  {2, variants, VT_VARIANT, L"8:<nil>"},
+                  {5, variants, VT_VARIANT, L"8:<nil>"},
+                  {1, names, VT_BSTR, L"8:x"}};
+    for (const auto& row : kCases) {
+        EXPECT_EQ(ResponseItem(session, row.selector, row.array, row.type), row.expected)
+            << "selector " << row.selector;
+    }
+    SafeArrayDestroy(variants);
+    SafeArrayDestroy(names);
+    session->Release();
+}
+
+// An object the server cannot take is refused, and the server keeps no reference to it. A
+// host's own object claiming one of the server's interfaces must not be taken for one of
+// the server's (calling into it as such would crash).
+TEST_F(ComObjectTest, ObjectsOfTheWrongKindAreRefusedAndNotKept) {
+    const struct {
+        const char* clsid;
+        const char* member;
+        WORD flags;
+        const IID* claimed;       // a host's object claiming this interface...
+        const char* other_class;  // ...or an object of another class of the server
+        HRESULT expected;
+    } kCases[] = {
+        {kPrinterFiscal, "s3", DISPATCH_PROPERTYPUTREF, &kPrinterResponse3Interface, nullptr,
+         DISP_E_EXCEPTION},
+        {kPrinterFiscal, "s3", DISPATCH_PROPERTYPUTREF, nullptr, kCStringBuffer,
+         DISP_E_TYPEMISMATCH},
+        {kResumenZ, "load", DISPATCH_METHOD, &kPrinterFiscalInterface, nullptr, DISP_E_EXCEPTION},
+    };
+    for (const auto& row : kCases) {
+        SCOPED_TRACE(&row - kCases);
+        IDispatch* target = server_.Create(row.clsid);
+        ASSERT_NE(target, nullptr);
+        HostObject impostor(row.claimed != nullptr ? *row.claimed : IID_IDispatch);
+        IDispatch* argument = row.claimed != nullptr ? &impostor : server_.Create(row.other_class);
+        ASSERT_NE(argument, nullptr);
+        const ULONG before = References(argument);
+        EXPECT_EQ(CallByName(target, row.member, row.flags, {Object(argument)}, nullptr),
+                  row.expected);
+        EXPECT_EQ(References(argument), before);
+        if (argument != &impostor) argument->Release();
+        target->Release();
+    }
 }
 
 }  // namespace
