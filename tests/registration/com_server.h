@@ -15,8 +15,6 @@ namespace corvid::registration {
 // The CLSIDs of the published classes the tests make.
 inline constexpr char kPrinterFiscal[] = "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC";
 inline constexpr char kCStringBuffer[] = "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7";
-inline constexpr char kPrinterResponse1[] = "FB227847-75EF-4505-B215-22BA97C10BB5";
-inline constexpr char kPrinterResponse3[] = "6D93AB38-5EA9-4557-A2EB-3D41E9756220";
 inline constexpr char kResumenZ[] = "77EEFE1C-CBDD-45C0-A930-F12420291E68";
 inline constexpr char kLfQuickView[] = "B9F4FDFD-3E73-4EC8-BB86-5F05E5E51C18";
 

@@ -21,7 +21,6 @@ table = Array( _
     "SubTotal(Null)", p.SubTotal(Null), True, _
     "CerrarComprobante()", p.CerrarComprobante(), 1, _
     "detalleGeneral gives a Variant of Integer", TypeName(p.detalleGeneral("F+", "PAN", 12.5, 2, 16)), "Integer", _
-    "SetDate takes a date", p.SetDate(DateSerial(2024, 10, 31)), 1, _
     "SetTime takes date text", p.SetTime("10:30:00"), 1, _
     "PrintNoFiscal", p.PrintNoFiscal("hola", False), 1)
 CheckRows table

@@ -5,15 +5,10 @@ Dim p, command, result
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 p.result = Chr(2) & "A" & Chr(10) & "B" & Chr(3)
 Check "result written and read", Codes(p.result), "2,65,10,66,3"
-p.resultFlag = 21
 p.pfError = 3
-p.STS2 = -5
-p.SerialPrinter = "Z1F0001234"
-p.f21 = 30
-command = "12"
+command = "-12"
 p.STS1 = command
-Check "written and read", p.resultFlag & " " & p.pfError & " " & p.lError & " " & p.STS2 & " " & _
-    p.SerialPrinter & " " & p.f21 & " " & p.STS1, "21 3 3 -5 Z1F0001234 30 12"
+Check "pfError, lError and an STS1 written as text", p.pfError & " " & p.lError & " " & p.STS1, "3 3 -12"
 command = "w"
 Check "BuildCommandBlock of a ByRef command", Codes(p.BuildCommandBlock(command)), "2,119,3,116"
 Check "CalcXOr of an accented character and the euro sign are their ANSI bytes, an Integer", _
@@ -41,9 +36,6 @@ p.Abrir "no port at all"
 p.Abrir Nothing
 CheckError "test mode: Abrir takes a text that is no number and an object", 0, "", ""
 On Error GoTo 0
-p.pfError = 2
-Check "test mode: Execute returns the current pfError", p.Execute("w"), 2
 Check "test mode: GetResponseString answers Ok", p.GetResponseString("S1", "|"), "|Ok"
-p.Cerrar
 
 Finish

@@ -3,7 +3,6 @@
 ' arguments. These runs have no desktop: Show must then return at once, modal or not.
 Dim qv, lines
 Set qv = CreateObject("PrinterFiscalCorvid.lfQuickView")
-Check "a new report: Linea, Pagina, LeftMargin", qv.Linea & " " & qv.Pagina & " " & qv.LeftMargin, "1 1 0"
 lines = "10"
 qv.SetLinesPerPage lines
 qv.Add "line", 0
@@ -17,9 +16,6 @@ On Error Resume Next
 Check "SetReportWidth fits the printer to 8 columns", qv.SetReportWidth(8), True
 qv.Add "abcdefghij", 1
 CheckError "a right-aligned text wider than the report", 5, "", "Invalid procedure call or argument"
-qv.SetNumeroPagina 32767
-qv.PageBreak
-CheckError "a page number past 32767", 6, "PrinterFiscalCorvid.lfQuickView", "Overflow"
 qv.LeftMargin = -1
 CheckError "a negative LeftMargin", &H80040005, "lfQuickView::SetLeftMargin", "Argumento inv" & Chr(225) & "lido"
 qv.SetNotify New ClickTarget

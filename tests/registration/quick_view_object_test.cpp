@@ -28,19 +28,20 @@ class QuickViewObjectTest : public ::testing::Test {
     void SetUp() override {
         view_ = server_.Create(kLfQuickView);
         ASSERT_NE(view_, nullptr);
+        IConnectionPointContainer* container = nullptr;
         ASSERT_EQ(view_->QueryInterface(IID_IConnectionPointContainer,
-                                        reinterpret_cast<void**>(&container_)),
+                                        reinterpret_cast<void**>(&container)),
                   S_OK);
-        ASSERT_EQ(container_->FindConnectionPoint(kEvents, &point_), S_OK);
+        EXPECT_EQ(container->FindConnectionPoint(kEvents, &point_), S_OK);
+        container->Release();
+        ASSERT_NE(point_, nullptr);
     }
     void TearDown() override { ReleaseView(); }
 
     void ReleaseView() {
-        for (IUnknown* held : std::initializer_list<IUnknown*>{point_, container_, view_}) {
-            if (held != nullptr) held->Release();
-        }
+        if (point_ != nullptr) point_->Release();
+        if (view_ != nullptr) view_->Release();
         point_ = nullptr;
-        container_ = nullptr;
         view_ = nullptr;
     }
 
@@ -54,11 +55,12 @@ class QuickViewObjectTest : public ::testing::Test {
         ASSERT_EQ(CallByName(view_, "SetNotify", DISPATCH_METHOD, {Object(target)}, nullptr), S_OK);
     }
 
+    // A click on the report, as the window makes it.
     HRESULT Click(const wchar_t* line, LONG column) {
         IReportClicks* clicks = nullptr;
-        EXPECT_EQ(view_->QueryInterface(IReportClicks::kIid, reinterpret_cast<void**>(&clicks)),
-                  S_OK);
-        if (clicks == nullptr) return E_NOINTERFACE;
+        if (FAILED(view_->QueryInterface(IReportClicks::kIid, reinterpret_cast<void**>(&clicks)))) {
+            return E_NOINTERFACE;
+        }
         BSTR text = SysAllocString(line);
         const HRESULT hr = clicks->ClickReport(text, column);
         SysFreeString(text);
@@ -72,7 +74,6 @@ class QuickViewObjectTest : public ::testing::Test {
     HostObject second_{kEvents};
     HostObject target_;
     IDispatch* view_ = nullptr;
-    IConnectionPointContainer* container_ = nullptr;
     IConnectionPoint* point_ = nullptr;
 };
 
@@ -97,7 +98,7 @@ TEST_F(QuickViewObjectTest, SinksGetLineColumnAndCancelThenTheTargetGetsLineAndC
 
     EXPECT_EQ(point_->Unadvise(cookie), S_OK);
     EXPECT_EQ(sink_.references(), 1u);
-    Click(L"line", 2);
+    EXPECT_EQ(Click(L"line", 2), S_OK);
     EXPECT_EQ(sink_.calls.size(), 2u);
     EXPECT_EQ(target_.calls.size(), 2u);
 

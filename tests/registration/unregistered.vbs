@@ -1,5 +1,5 @@
 ' After regsvr32 /u: the classes cannot be created and the registry keeps nothing of them.
-Dim shell, classes, keys, i, created, value
+Dim shell, classes, keys, key, i, created, value
 Set shell = CreateObject("WScript.Shell")
 classes = Array("PrinterFiscal", "{F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC}", "CStringBuffer", "{A704A2B7-2252-4DF2-B09A-7A534DAD3BD7}", _
     "PrinterResponse1", "{FB227847-75EF-4505-B215-22BA97C10BB5}", "PrinterResponse2", "{299BCC32-3CC5-4E00-88D8-F306A6305E1B}", _
@@ -12,13 +12,11 @@ On Error Resume Next
 For i = 0 To UBound(classes) Step 2
     Set created = CreateObject("PrinterFiscalCorvid." & classes(i))
     CheckError classes(i) & " cannot be created", 429, "", ""
-    ReDim Preserve keys(UBound(keys) + 2)
-    keys(UBound(keys) - 1) = "HKCR\PrinterFiscalCorvid." & classes(i) & "\"
-    keys(UBound(keys)) = "HKCR\CLSID\" & classes(i + 1) & "\"
+    keys = Split(Join(keys, "|") & "|HKCR\PrinterFiscalCorvid." & classes(i) & "\|HKCR\CLSID\" & classes(i + 1) & "\", "|")
 Next
-For i = 0 To UBound(keys)
-    value = shell.RegRead(keys(i))
-    CheckTrue "removed: " & keys(i), Err.Number <> 0
+For Each key In keys
+    value = shell.RegRead(key)
+    CheckTrue "removed: " & key, Err.Number <> 0
     Err.Clear
 Next
 On Error GoTo 0
