@@ -15,19 +15,14 @@ using CanUnload = HRESULT(STDAPICALLTYPE*)();
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
-// Loaded once for the whole run. Under Wine the test runs from a folder of drive Z:, the
-// build machine's root, so the absolute build path resolves as it stands.
-HMODULE Server() {
-    static HMODULE module = LoadLibraryW(Wide(CORVID_API_DLL).c_str());
-    return module;
-}
-
-// An export of the server by its plain name, as COM looks it up; null when missing.
+// An export of the server by its plain name, as COM looks it up; null when missing. Under
+// Wine the test runs from a folder of drive Z:, the build machine's root, so the absolute
+// build path resolves as it stands.
 template <class Function>
 Function Export(const char* name) {
-    if (Server() == nullptr) return nullptr;
+    static const HMODULE server = LoadLibraryW(Wide(CORVID_API_DLL).c_str());
     // Through void*: FARPROC has no parameters, so a direct cast draws a warning.
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server(), name)));
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(server, name)));
 }
 
 }  // namespace
@@ -112,11 +107,6 @@ IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
         return nullptr;
     }
     return result.pdispVal;
-}
-
-ULONG References(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
 }
 
 VARIANT Long(LONG value) {

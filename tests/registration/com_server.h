@@ -46,9 +46,6 @@ std::string Call(IDispatch* object, const std::string& member, std::vector<VARIA
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
                       std::vector<VARIANT> arguments = {});
 
-// The reference count `object` has.
-ULONG References(IUnknown* object);
-
 VARIANT Long(LONG value);
 VARIANT Object(IDispatch* object);
 // A String argument, which the caller frees with VariantClear.

@@ -1,6 +1,5 @@
-' PrinterFiscal as a host drives it without a printer: its properties read and written, the
-' framing members with the ANSI code page's characters as single bytes, the errors of
-' Abrir, and test mode (set in ORV.ini), where no port is opened.
+' PrinterFiscal without a printer: properties, framing in the ANSI code page, Abrir's
+' errors, and test mode (set in ORV.ini), where no port is opened.
 Dim p, command, result
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
 p.result = Chr(2) & "A" & Chr(10) & "B" & Chr(3)
@@ -9,8 +8,6 @@ p.pfError = 3
 command = "-12"
 p.STS1 = command
 Check "pfError, lError and an STS1 written as text", p.pfError & " " & p.lError & " " & p.STS1, "3 3 -12"
-command = "w"
-Check "BuildCommandBlock of a ByRef command", Codes(p.BuildCommandBlock(command)), "2,119,3,116"
 Check "CalcXOr of an accented character and the euro sign are their ANSI bytes, an Integer", _
     p.CalcXOr(Chr(233)) & " " & p.CalcXOr(Chr(128)) & " " & VarType(p.CalcXOr("w")), "233 128 " & vbInteger
 
@@ -26,8 +23,6 @@ p.Abrir "COM1"
 CheckError "Abrir with a text that is no number", 13, "", "Type mismatch"
 p.Abrir 70000
 CheckError "Abrir with a number beyond 16 bits", 6, "", "Overflow"
-p.Cerrar
-CheckError "Cerrar after a failed Abrir", 0, "", ""
 
 WriteTextFile "ORV.ini", "[Config\NimbusPF]" & vbCrLf & "TestMode=True" & vbCrLf
 Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")

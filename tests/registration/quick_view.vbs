@@ -1,6 +1,5 @@
-' lfQuickView as a late-bound host builds a report with it: its properties, ByRef numbers
-' given as text, the errors it raises, the notify target, and Show with its optional
-' arguments. These runs have no desktop: Show must then return at once, modal or not.
+' lfQuickView as a late-bound host builds a report. These runs have no desktop: Show must
+' then return at once, modal or not.
 Dim qv, lines
 Set qv = CreateObject("PrinterFiscalCorvid.lfQuickView")
 lines = "10"
@@ -13,9 +12,6 @@ Class ClickTarget
     End Sub
 End Class
 On Error Resume Next
-Check "SetReportWidth fits the printer to 8 columns", qv.SetReportWidth(8), True
-qv.Add "abcdefghij", 1
-CheckError "a right-aligned text wider than the report", 5, "", "Invalid procedure call or argument"
 qv.LeftMargin = -1
 CheckError "a negative LeftMargin", &H80040005, "lfQuickView::SetLeftMargin", "Argumento inv" & Chr(225) & "lido"
 qv.SetNotify New ClickTarget

@@ -1,9 +1,7 @@
-' The status records as a host makes and fills them itself: replies given as a ByRef text
-' or as an array (a number among them), each type of property read back with the type hosts
-' declare and written from other types, and the errors that reach the host.
+' The status records as a host fills them itself, from a ByRef text (fields joined by line
+' feeds) or an array: one row for each type of property and of result, and the errors.
 Dim r1, r2, r3, z, reply, table
 Set r1 = CreateObject("PrinterFiscalCorvid.PrinterResponse1")
-' A variable of text, passed as a ByRef String: fields joined by line feeds.
 reply = Replace("S105|0012345|00000120|7|3|2|9|1|44|4|15|16|J-31234567-8|z1f0000001|1030|240517", _
     "|", vbLf)
 r1.loadFromResponse reply
@@ -14,14 +12,11 @@ r3.loadFromResponse Array("11600", "00800", "13100", String(42, "0") & "30")
 Set z = CreateObject("PrinterFiscalCorvid.ResumenZ")
 r1.notasCreditoDia = "12"
 
-' Name, value read, value expected: one row for each type of property and of result.
 table = Array( _
     "Integer", TypeName(r1.numeroCajero) & " " & r1.numeroCajero, "Integer 5", _
     "Currency", TypeName(r1.totalVentasDiarias) & " " & r1.totalVentasDiarias, "Currency 123.45", _
-    "Long", TypeName(r1.numeroUltimaFactura) & " " & r1.numeroUltimaFactura, "Long 120", _
     "String", TypeName(r1.Serial) & " " & r1.Serial, "String z1f0000001", _
     "a number in the array", r2.subTotalImpuestos, 2.4, _
-    "Double", TypeName(r2.cantidadItems) & " " & r2.cantidadItems, "Double 2.5", _
     "Boolean", TypeName(r3.TipoTasa1) & " " & r3.TipoTasa1, "Boolean True", _
     "a method with a ByRef Integer", TypeName(r3.Flag(21)) & " " & r3.Flag(21), "Integer 30", _
     "a method with a ByRef Boolean", r3.imagenIncluido(False), "ADICIONAL", _

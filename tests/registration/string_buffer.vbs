@@ -1,5 +1,4 @@
-' CStringBuffer as a late-bound host uses it: ByRef arguments given as variables and as
-' literals (and written back), its errors, and text of every kind.
+' CStringBuffer as a late-bound host uses it: ByRef arguments, an error, text of every kind.
 Dim b, text, length, fso, stream, omega, session
 Set b = CreateObject("PrinterFiscalCorvid.CStringBuffer")
 text = "abc"
@@ -21,8 +20,7 @@ Check "NUL characters cross the boundary", Len(text) & " " & Asc(Mid(text, 65536
 text = "caf" & Chr(233) & " " & Chr(128)
 b.Value = text
 Check "accented and euro characters survive the ANSI code page", b.Value, text
-' Wine's VBScript has no ChrW: a text outside the ANSI code page is read back from a file
-' of UTF-16 units (the byte order mark, then U+03A9).
+' Wine's VBScript has no ChrW: U+03A9 is read from a UTF-16 file.
 Set fso = CreateObject("Scripting.FileSystemObject")
 Set stream = fso.CreateTextFile("utf16.txt", True, False)
 stream.Write Chr(255) & Chr(254) & Chr(&HA9) & Chr(&H03)
