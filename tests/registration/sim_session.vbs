@@ -39,7 +39,7 @@ p.Cerrar
 paper = CreateObject("Scripting.FileSystemObject").OpenTextFile("sale.paper").ReadAll()
 lines = Array("FECHA: 17-05-2024            HORA: 10:30", "Av. Sucre" & vbLf & "Caracas", _
     "C1 PAN                    (R)       5,00", "TOTAL                              27,45", _
-    "Gracias" & vbLf & String(40, "-"), "FACTURA AFECTADA: 00001521")
+    "SUBTOTAL                           25,00", "Gracias" & vbLf & String(40, "-"), "FACTURA AFECTADA: 00001521")
 For i = 0 To UBound(lines)
     CheckTrue "printed: " & Replace(lines(i), vbLf, " | "), InStr(paper, lines(i) & vbLf) > 0
 Next
