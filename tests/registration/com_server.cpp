@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 
 namespace corvid::registration {
 namespace {
@@ -14,30 +15,14 @@ using CanUnload = HRESULT(STDAPICALLTYPE*)();
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
-// Loaded once for the whole run. Under Wine the test runs from a folder of drive Z:, the
-// build machine's root, so the absolute build path resolves as it stands.
-HMODULE Server() {
-    static HMODULE module = LoadLibraryW(Wide(CORVID_API_DLL).c_str());
-    return module;
-}
-
-// An export of the server by its plain name, as COM looks it up; null when missing.
+// An export of the server by its plain name, as COM looks it up; null when missing. Under
+// Wine the test runs from a folder of drive Z:, the build machine's root, so the absolute
+// build path resolves as it stands.
 template <class Function>
 Function Export(const char* name) {
-    if (Server() == nullptr) return nullptr;
+    static const HMODULE server = LoadLibraryW(Wide(CORVID_API_DLL).c_str());
     // Through void*: FARPROC has no parameters, so a direct cast draws a warning.
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server(), name)));
-}
-
-// The DISPID GetIDsOfNames gives `name`; DISPID_UNKNOWN when the object does not know it.
-DISPID DispidOf(IDispatch* object, const std::string& name) {
-    std::wstring wide = Wide(name);
-    LPOLESTR names[] = {wide.data()};
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
-        return DISPID_UNKNOWN;
-    }
-    return id;
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(server, name)));
 }
 
 }  // namespace
@@ -81,10 +66,14 @@ HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
         params.rgdispidNamedArgs = &put;
         params.cNamedArgs = 1;
     }
+    std::wstring wide = Wide(name);
+    LPOLESTR names[] = {wide.data()};
+    DISPID id = DISPID_UNKNOWN;
+    object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
     EXCEPINFO excepinfo{};
     UINT arg_error = 0;
-    const HRESULT hr = object->Invoke(DispidOf(object, name), IID_NULL, LOCALE_USER_DEFAULT, flags,
-                                      &params, result, &excepinfo, &arg_error);
+    const HRESULT hr = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result,
+                                      &excepinfo, &arg_error);
     if (error != nullptr && excepinfo.bstrDescription != nullptr) {
         // The descriptions are ASCII; anything else shows as '?'.
         error->clear();
@@ -105,10 +94,7 @@ std::string Call(IDispatch* object, const std::string& member, std::vector<VARIA
     const HRESULT hr =
         CallByName(object, member, DISPATCH_METHOD, std::move(arguments), &result, &error);
     VariantClear(&result);
-    if (hr == S_OK) return "S_OK";
-    char code[16];
-    snprintf(code, sizeof code, "%08lX", static_cast<unsigned long>(hr));
-    return std::string(code) + " " + error;
+    return hr == S_OK ? "S_OK" : error;
 }
 
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
@@ -121,18 +107,6 @@ IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
         return nullptr;
     }
     return result.pdispVal;
-}
-
-ULONG References(IUnknown* object) {
-    object->AddRef();
-    return object->Release();
-}
-
-VARIANT Short(SHORT value) {
-    VARIANT v{};
-    v.vt = VT_I2;
-    v.iVal = value;
-    return v;
 }
 
 VARIANT Long(LONG value) {
@@ -157,28 +131,16 @@ VARIANT Bstr(const wchar_t* text) {
 }
 
 SettingsFile::SettingsFile(const std::string& lines) {
-    const std::string text = "[Config\\NimbusPF]\r\n" + lines + "\r\n";
-    HANDLE file = CreateFileA("ORV.ini", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    if (file != INVALID_HANDLE_VALUE) {
-        WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-        CloseHandle(file);
-    }
+    std::ofstream("ORV.ini", std::ios::binary) << "[Config\\NimbusPF]\r\n" << lines << "\r\n";
 }
 
-SettingsFile::~SettingsFile() { DeleteFileA("ORV.ini"); }
+SettingsFile::~SettingsFile() { std::remove("ORV.ini"); }
 
 STDMETHODIMP HostObject::QueryInterface(REFIID iid, void** object) {
     *object = nullptr;
     if (iid != IID_IUnknown && iid != IID_IDispatch && iid != also_) return E_NOINTERFACE;
     *object = static_cast<IDispatch*>(this);
     AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count) {
-    *count = 0;
     return S_OK;
 }
 

@@ -15,8 +15,6 @@ namespace corvid::registration {
 // The CLSIDs of the published classes the tests make.
 inline constexpr char kPrinterFiscal[] = "F9B4F4D8-D40B-4CEA-A4D0-6BE36448CACC";
 inline constexpr char kCStringBuffer[] = "A704A2B7-2252-4DF2-B09A-7A534DAD3BD7";
-inline constexpr char kPrinterResponse1[] = "FB227847-75EF-4505-B215-22BA97C10BB5";
-inline constexpr char kPrinterResponse3[] = "6D93AB38-5EA9-4557-A2EB-3D41E9756220";
 inline constexpr char kResumenZ[] = "77EEFE1C-CBDD-45C0-A930-F12420291E68";
 inline constexpr char kLfQuickView[] = "B9F4FDFD-3E73-4EC8-BB86-5F05E5E51C18";
 
@@ -42,17 +40,12 @@ class ComServer {
 HRESULT CallByName(IDispatch* object, const std::string& name, WORD flags,
                    std::vector<VARIANT> arguments, VARIANT* result, std::string* error = nullptr);
 
-// The outcome of a method call: "S_OK", or the HRESULT in hexadecimal and the description
-// of the raised error.
+// The outcome of a method call: "S_OK", or the description of the raised error.
 std::string Call(IDispatch* object, const std::string& member, std::vector<VARIANT> arguments = {});
 // The object a method returns, with the reference the host now holds; null on failure.
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
                       std::vector<VARIANT> arguments = {});
 
-// The reference count `object` has.
-ULONG References(IUnknown* object);
-
-VARIANT Short(SHORT value);
 VARIANT Long(LONG value);
 VARIANT Object(IDispatch* object);
 // A String argument, which the caller frees with VariantClear.
@@ -78,7 +71,7 @@ class HostObject : public IDispatch {
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
     STDMETHODIMP_(ULONG) Release() override { return --references_; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override;
     // Records the call; sets a by-reference cancel to True when `set_cancel`, and raises an

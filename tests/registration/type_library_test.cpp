@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <oleauto.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -16,24 +17,18 @@
 namespace corvid::registration {
 namespace {
 
-std::string Narrow(const wchar_t* text) {
+// The text of a string the library handed over, which it frees.
+std::string Take(BSTR text) {
     std::string narrow;
-    for (; text != nullptr && *text != 0; ++text) narrow.push_back(static_cast<char>(*text));
+    for (const wchar_t* c = text; c != nullptr && *c != 0; ++c) narrow.push_back(char(*c));
+    SysFreeString(text);
     return narrow;
-}
-
-std::string Guid(const GUID& guid) {
-    wchar_t text[40] = {};
-    StringFromGUID2(guid, text, 40);
-    return Narrow(text);
 }
 
 std::string NameOf(ITypeInfo* info, MEMBERID member) {
     BSTR name = nullptr;
     info->GetDocumentation(member, &name, nullptr, nullptr, nullptr);
-    std::string narrow = Narrow(name);
-    SysFreeString(name);
-    return narrow;
+    return Take(name);
 }
 
 std::string TypeOf(ITypeInfo* info, const TYPEDESC& type) {
@@ -43,7 +38,6 @@ std::string TypeOf(ITypeInfo* info, const TYPEDESC& type) {
     if (type.vt < std::size(kNames)) return kNames[type.vt];
     if (type.vt == VT_VOID) return "void";
     if (type.vt == VT_PTR) return TypeOf(info, *type.lptdesc) + "*";
-    if (type.vt == VT_SAFEARRAY) return "SAFEARRAY(" + TypeOf(info, *type.lptdesc) + ")";
     ITypeInfo* referenced = nullptr;
     if (type.vt != VT_USERDEFINED || FAILED(info->GetRefTypeInfo(type.hreftype, &referenced))) {
         return "vt" + std::to_string(type.vt);
@@ -53,52 +47,26 @@ std::string TypeOf(ITypeInfo* info, const TYPEDESC& type) {
     return name;
 }
 
-// in, out, lcid, retval, optional, default: the PARAMFLAG bits in order.
-std::string Flags(USHORT flags) {
-    static const char* const kNames[] = {"in ",     "out ",      "lcid ",
-                                         "retval ", "optional ", "default "};
-    std::string text;
-    for (std::size_t bit = 0; bit < std::size(kNames); ++bit) {
-        if ((flags & (1u << bit)) != 0) text += kNames[bit];
-    }
-    return text;
-}
-
-const char* InvokeKind(INVOKEKIND kind) {
-    return kind == INVOKE_FUNC          ? "method"
-           : kind == INVOKE_PROPERTYGET ? "get"
-           : kind == INVOKE_PROPERTYPUT ? "put"
-                                        : "putref";
-}
-
 void WriteFunction(ITypeInfo* info, const FUNCDESC& function, std::ostream& out) {
+    static const char* const kKinds[] = {"", "method", "get", "", "put", "", "", "", "putref"};
+    static const char* const kFlags[] = {"in ",     "out ",      "lcid ",
+                                         "retval ", "optional ", "default "};
     BSTR names[32] = {};
     UINT count = 0;
     info->GetNames(function.memid, names, 32, &count);
-    out << "  " << function.memid << ' ' << InvokeKind(function.invkind) << ' ' << Narrow(names[0])
+    out << "  " << function.memid << ' ' << kKinds[function.invkind] << ' ' << Take(names[0])
         << '(';
     for (SHORT i = 0; i < function.cParams; ++i) {
         const ELEMDESC& parameter = function.lprgelemdescParam[i];
-        out << (i > 0 ? ", " : "") << Flags(parameter.paramdesc.wParamFlags)
-            << TypeOf(info, parameter.tdesc) << ' '
-            << (i + 1 < static_cast<SHORT>(count) ? Narrow(names[i + 1]) : "value");
+        out << (i > 0 ? ", " : "");
+        for (std::size_t bit = 0; bit < std::size(kFlags); ++bit) {
+            if ((parameter.paramdesc.wParamFlags & (1u << bit)) != 0) out << kFlags[bit];
+        }
+        out << TypeOf(info, parameter.tdesc) << ' '
+            << (i + 1 < static_cast<SHORT>(count) ? Take(names[i + 1]) : "value");
     }
     out << ") " << TypeOf(info, function.elemdescFunc.tdesc) << " slot "
         << function.oVft / static_cast<SHORT>(sizeof(void*)) << '\n';
-    for (UINT i = 0; i < count; ++i) SysFreeString(names[i]);
-}
-
-void WriteVariable(ITypeInfo* info, const VARDESC& variable, std::ostream& out) {
-    out << "  " << variable.memid << ' ' << NameOf(info, variable.memid);
-    if (variable.varkind == VAR_CONST) {
-        VARIANT value;
-        VariantInit(&value);
-        VariantChangeType(&value, variable.lpvarValue, 0, VT_I4);
-        out << " = " << value.lVal;
-    } else {
-        out << ' ' << TypeOf(info, variable.elemdescVar.tdesc);
-    }
-    out << '\n';
 }
 
 // One line for each type, then one for each of its members, in the library's order.
@@ -109,24 +77,20 @@ std::string Walk(ITypeLib* library) {
     for (UINT index = 0; index < library->GetTypeInfoCount(); ++index) {
         ITypeInfo* info = nullptr;
         TYPEATTR* type = nullptr;
-        if (FAILED(library->GetTypeInfo(index, &info)) || FAILED(info->GetTypeAttr(&type))) {
-            out << "type " << index << " cannot be read\n";
-            continue;
-        }
+        if (FAILED(library->GetTypeInfo(index, &info))) continue;  // shows as missing lines
+        info->GetTypeAttr(&type);
+        wchar_t guid[40] = {};
+        StringFromGUID2(type->guid, guid, 40);
         out << kKinds[type->typekind] << ' ' << NameOf(info, MEMBERID_NIL) << ' '
-            << Guid(type->guid) << ((type->wTypeFlags & TYPEFLAG_FDUAL) != 0 ? " dual" : "")
-            << '\n';
+            << Take(SysAllocString(guid))
+            << ((type->wTypeFlags & TYPEFLAG_FDUAL) != 0 ? " dual" : "") << '\n';
         for (WORD i = 0; i < type->cImplTypes; ++i) {
-            HREFTYPE reference = 0;
-            ITypeInfo* implemented = nullptr;
+            TYPEDESC implemented{};
+            implemented.vt = VT_USERDEFINED;
             INT flags = 0;
+            info->GetRefTypeOfImplType(i, &implemented.hreftype);
             info->GetImplTypeFlags(i, &flags);
-            if (SUCCEEDED(info->GetRefTypeOfImplType(i, &reference)) &&
-                SUCCEEDED(info->GetRefTypeInfo(reference, &implemented))) {
-                out << "  implements " << NameOf(implemented, MEMBERID_NIL) << " flags " << flags
-                    << '\n';
-                implemented->Release();
-            }
+            out << "  implements " << TypeOf(info, implemented) << " flags " << flags << '\n';
         }
         for (WORD i = 0; i < type->cFuncs; ++i) {
             FUNCDESC* function = nullptr;
@@ -138,7 +102,9 @@ std::string Walk(ITypeLib* library) {
         for (WORD i = 0; i < type->cVars; ++i) {
             VARDESC* variable = nullptr;
             if (FAILED(info->GetVarDesc(i, &variable))) continue;
-            WriteVariable(info, *variable, out);
+            // Enumerations hold constants of type long.
+            out << "  " << variable->memid << ' ' << NameOf(info, variable->memid) << " = "
+                << variable->lpvarValue->lVal << '\n';
             info->ReleaseVarDesc(variable);
         }
         info->ReleaseTypeAttr(type);
@@ -152,25 +118,17 @@ TEST(TypeLibraryTest, ThePublishedInterfaceIsUnchanged) {
     ITypeLib* library = nullptr;
     ASSERT_EQ(LoadTypeLibEx(std::wstring(dll.begin(), dll.end()).c_str(), REGKIND_NONE, &library),
               S_OK);
-    const std::string actual = Walk(library);
+    const std::string built = Walk(library);
     library->Release();
-
     std::ifstream file(CORVID_PUBLISHED_MEMBERS, std::ios::binary);
-    std::istringstream built(actual);
-    std::string expected_line, built_line;
-    int line = 1;
-    for (;; ++line) {
-        const bool more_expected = static_cast<bool>(std::getline(file, expected_line));
-        const bool more_built = static_cast<bool>(std::getline(built, built_line));
-        if (!more_expected && !more_built) return;
-        if (!more_expected) expected_line = "<end>";
-        if (!more_built) built_line = "<end>";
-        if (expected_line != built_line) break;
-    }
-    std::ofstream("published_members.actual.txt", std::ios::binary) << actual;
-    ADD_FAILURE() << "line " << line << " of " << CORVID_PUBLISHED_MEMBERS
-                  << "\n  published: " << expected_line << "\n  built:     " << built_line
-                  << "\n(the whole list built: published_members.actual.txt)";
+    const std::string published{std::istreambuf_iterator<char>(file), {}};
+    if (built == published) return;
+    std::ofstream("published_members.actual.txt", std::ios::binary) << built;
+    const auto differs =
+        std::mismatch(built.begin(), built.end(), published.begin(), published.end()).first;
+    ADD_FAILURE() << "the list built differs from " << CORVID_PUBLISHED_MEMBERS << " from line "
+                  << std::count(built.begin(), differs, '\n') + 1
+                  << " (the whole list built: published_members.actual.txt)";
 }
 
 }  // namespace
