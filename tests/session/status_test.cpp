@@ -1,5 +1,6 @@
-// The status queries: which command each sends, that the reply reaches its record, and
-// what a host gets when the printer fails or checks are skipped.
+// Replies split into fields, one block or several, and the status queries: which command
+// each sends, that the reply reaches its record, and what a host gets when the printer
+// fails or checks are skipped.
 #include "session/session_fixture.h"
 
 namespace corvid::session::testing {
@@ -82,6 +83,48 @@ TEST_F(StatusTest, CerrarZReadsTheSummaryOnlyAfterTheClosingWasAccepted) {
     ASSERT_NE(z, nullptr);
     EXPECT_EQ(line_->Commands(), (std::vector<std::string>{"I0Z", "U0Z"}));
     EXPECT_EQ(z->numeroUltimoZ, 205);
+}
+
+TEST_F(SessionTest, ReplyFieldsAreSplitAtLineFeed) {
+    Set("TimeOut", "1");
+    PrinterFiscal& s = OpenSession();
+    line_->blockAnswers = {
+        {DataReply("A\nB")}, {DataReply("A\nB\n")}, {DataReply("A")}, {"xy\x03"}};
+    EXPECT_EQ(s.GetResponse("S1"), (Fields{"A", "B"}));
+    EXPECT_EQ(s.GetResponseString("S1", "|"), "|A|B|");
+    EXPECT_EQ(s.GetResponseString("S1"), "\nA");
+    EXPECT_EQ(s.GetResponse("S1"), Fields{"xy"});  // no STX: all of it but the end
+    line_->statusAnswers.push_back(Reads{});
+    EXPECT_EQ(s.GetResponse("S1"), Fields{"pfError"});
+    EXPECT_EQ(line_->BlocksWritten(), 4);
+
+    Set("SkipChecks", "True");
+    PrinterFiscal skipped(line_);
+    line_->writes.clear();
+    EXPECT_EQ(skipped.GetResponse("S1"), Fields{"VOID"});
+    EXPECT_TRUE(line_->writes.empty());
+}
+
+TEST_F(SessionTest, FurtherBlocksAreAcknowledgedOneByOne) {
+    Set("TimeOut", "1");
+    PrinterFiscal& s = OpenSession();
+    line_->blockAnswers = {{DataReply("a1\na2", ETB)},
+                           {DataReply("a\nb", ETB)},
+                           {DataReply("a\nb", ETB)},
+                           {DataReply("a", ETB)}};
+    line_->ackAnswers = {
+        {DataReply("b1", ETB)}, {DataReply("c1\nc2")}, {DataReply("c")}, {DataReply("c")}};
+    EXPECT_EQ(s.GetMultipleResponses("X"),
+              (std::vector<Fields>{{"a1", "a2"}, {"b1"}, {"c1", "c2"}}));
+    EXPECT_EQ(line_->Count(Byte(ACK)), 2);
+    EXPECT_EQ(s.GetMultipleResponsesStr("X", ",", ";"), "a,b;c");
+    EXPECT_EQ(s.GetMultipleResponsesStr("X"),
+              "a\x1F"
+              "b\x1E"
+              "c");
+    // A block that never completes ends the reply.
+    EXPECT_EQ(s.GetMultipleResponsesStr("X"), "a");
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
 }
 
 }  // namespace
