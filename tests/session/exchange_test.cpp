@@ -71,20 +71,15 @@ TEST_F(SessionTest, ExecuteAgainstScriptedPrinters) {
     }
 }
 
-TEST_F(SessionTest, StatusBytesAreDecodedAndExplained) {
+TEST_F(SessionTest, StatusBytesAreExplainedAndANakLeavesTheDescription) {
     PrinterFiscal& s = OpenSession();
     s.outcome().DescripcionError = "before";
-    line_->statusAnswers = {{kNak}, {StatusReply(96, 64)}};
-    s.GetStatus();  // a NAK fails the request and leaves the description
+    line_->statusAnswers = {{kNak}, {StatusReply(96, 66)}};
+    s.GetStatus();
     EXPECT_EQ(s.outcome().pfError, pfCommError);
     EXPECT_EQ(s.outcome().DescripcionError, "before");
     s.GetStatus();
-    EXPECT_EQ(s.outcome().pfError, pfOk);
     EXPECT_EQ(s.explainSTS1(), "Modo fiscal: IDLE (0x60)");
-    EXPECT_EQ(s.explainSTS2(), "STS2 = Ok (0x40)");
-    s.outcome().STS1 = 7;
-    s.outcome().STS2 = 66;
-    EXPECT_EQ(s.explainSTS1(), "STS1 = 7 (0x7)");
     EXPECT_EQ(s.explainSTS2(), "Sin papel/error mec\xE1nico (0x42)");
 }
 
@@ -94,41 +89,26 @@ TEST_F(SessionTest, AbrirOpensComNRaisesLinesAndLearnsTheSerial) {
     PrinterFiscal& s = Session();
     s.Abrir(5);
     EXPECT_EQ(line_->openedPort, 5);
-    const std::vector<std::pair<std::int16_t, std::int16_t>> lines{{3, 0}, {2, 1}};
-    EXPECT_EQ(line_->lineChanges, lines);
-    EXPECT_EQ(s.SerialPrinter(), "Z7A0001234");
-    EXPECT_EQ(s.tipoPrinter(), HKA112);
-    Set("TipoPrinter", "7");  // read on every call, returned unchecked
-    EXPECT_EQ(s.tipoPrinter(), 7);
-
-    s.Abrir(6);  // a new Abrir closes the port first
+    EXPECT_EQ(line_->lineChanges, (decltype(line_->lineChanges){{3, 0}, {2, 1}}));
+    EXPECT_EQ(s.tipoPrinter(), HKA112);  // from the serial
+    s.Abrir(6);                          // a new Abrir closes the port first
     s.Cerrar();
     EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{5, 6}));
     line_->writes.clear();
     EXPECT_EQ(s.Execute("w"), 1);
     EXPECT_EQ(s.outcome().DescripcionError, "PUERTO CERRADO");
-    s.ExecuteNoCheck("w");
     EXPECT_TRUE(s.AbrirGaveta());  // failure reads True
     EXPECT_TRUE(line_->writes.empty());
-}
 
-TEST_F(SessionTest, AbrirThatFailsRaises40001AndKeepsTheNumber) {
-    PrinterFiscal& s = OpenSession(4);
     line_->openResult = 2;
     try {
         s.Abrir(42);
         FAIL() << "Abrir must raise";
     } catch (const automation::VbError& e) {
         EXPECT_EQ(e.number(), 40001);
-        EXPECT_EQ(e.source(), "PrinterFiscal.Abrir");
         EXPECT_EQ(e.description(), line_->ErrorText());
     }
     EXPECT_EQ(s.port(), 42);
-    // The open port is closed before the argument is converted.
-    EXPECT_THROW(s.Abrir([]() -> std::int16_t { throw automation::VbError::Standard(13); }),
-                 automation::VbError);
-    EXPECT_EQ(line_->closedPorts, (std::vector<std::int16_t>{4, 42}));
-    EXPECT_EQ(s.port(), 0);
 }
 
 TEST_F(SessionTest, DirectSendsFrameTheCommandWithoutStatusOrWait) {
@@ -140,15 +120,39 @@ TEST_F(SessionTest, DirectSendsFrameTheCommandWithoutStatusOrWait) {
     EXPECT_EQ(line_->Commands(), (std::vector<std::string>{"a b", "c"}));
     EXPECT_EQ(s.outcome().pfError, pfPrinterError);  // outcome untouched
     EXPECT_EQ(line_->waits, 0);
-
     line_->ackAnswers.push_back(Reads{DataReply("next")});
     s.SendAck();
     EXPECT_EQ(s.outcome().result, std::string("\x02next\x03"));
-    EXPECT_EQ(s.outcome().pfError, pfOk);
     EXPECT_EQ(s.Reset(), 0);
-    EXPECT_EQ(line_->Command(2), "e");
-    EXPECT_TRUE(s.NextStatusBlock().empty());
-    EXPECT_EQ(line_->writes.back(), kAck);
+    EXPECT_EQ(line_->Commands().back(), "e");
+}
+
+TEST(Framing, BlocksCarryTheXorOfCommandAndEtxAndControlBytesAreTagged) {
+    EXPECT_EQ(BuildCommandBlock("w"), std::string("\x02w\x03t"));
+    // A check byte may itself be a control code, sent raw.
+    EXPECT_EQ(BuildCommandBlock(std::string("\x01\x03", 2)),
+              std::string("\x02\x01\x03\x03\x01", 5));
+    EXPECT_EQ(EscapeString(std::string("\x02\x05\x03\x04\x06\x15\x17", 7)),
+              "[STX][ENQ][ETX][EOT][ACK][NAK][ETB]");
+    EXPECT_EQ(EscapeString(std::string("a b\n\0\x7F\xE9!", 8)), "a[032]b[010][000]\x7F\xE9!");
+}
+
+TEST_F(SessionTest, SettingsAreReadAtCreationWithTheirConversions) {
+    Set("TimeOut", "7,5");    // either decimal separator; rounds half to even
+    Set("Retries", "99999");  // does not fit 16 bits: the field keeps its default
+    Set("FactorDelay", "0,25");
+    // The rates stop at the first gap, and at seven.
+    for (int i = 0; i < 8; ++i)
+        Set(std::to_string(i), std::to_string(10 + i) + "%", host::kRatesSection);
+    PrinterFiscal& s = Session();
+    EXPECT_EQ(s.timeOut(), 8);
+    EXPECT_EQ(s.retries(), 3);
+    EXPECT_EQ(s.numTasas(), 7);
+    EXPECT_DOUBLE_EQ(s.tasas()[6], 16);
+    Set("3", "nil", host::kRatesSection);
+    EXPECT_EQ(PrinterFiscal(line_).numTasas(), 3);
+    s.Demora(4);
+    EXPECT_EQ(fakeClock_->slept_milliseconds(), 1000);
 }
 
 }  // namespace

@@ -66,10 +66,6 @@ class ScriptedLine : public SerialLine {
         }
         return commands;
     }
-    std::string Command(std::size_t i) const {
-        const auto commands = Commands();
-        return i < commands.size() ? commands[i] : "<none>";
-    }
     int BlocksWritten() const { return static_cast<int>(Commands().size()); }
 
     std::int32_t Open(std::int16_t port, const std::string&, const std::string&) override {

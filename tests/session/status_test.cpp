@@ -1,7 +1,6 @@
-// The status queries: which command each sends, that the reply reaches its record, and
-// what a host gets when the printer fails or checks are skipped.
-#include <functional>
-
+// Replies split into fields, one block or several, and the status queries: which command
+// each sends, that the reply reaches its record, and what a host gets when the printer
+// fails or checks are skipped.
 #include "session/session_fixture.h"
 
 namespace corvid::session::testing {
@@ -26,8 +25,6 @@ TEST_F(StatusTest, EachQuerySendsItsCommandAndReadsTheReply) {
     PrinterFiscal& s = OpenSession();
     Reply(shortS1);
     EXPECT_EQ(s.Response1()->Serial, "Z1F0000001");
-    Reply(longS1);
-    EXPECT_EQ(s.StatusS1()->Serial, "Z1F0000002");
     Reply(shortS1);
     EXPECT_EQ(s.numeroUltimaFactura(), 1520);
     Reply(longS1);
@@ -44,30 +41,19 @@ TEST_F(StatusTest, EachQuerySendsItsCommandAndReadsTheReply) {
     Reply(s3);
     EXPECT_DOUBLE_EQ(s.tasa(3), 31);
     EXPECT_EQ(line_->Commands(),
-              (std::vector<std::string>{"S1", "S1", "S1", "S1", "S2", "S2", "S3", "S4", "S3"}));
+              (std::vector<std::string>{"S1", "S1", "S1", "S2", "S2", "S3", "S4", "S3"}));
 }
 
+// The substitutes the other queries give are checked with every fault of the line.
 TEST_F(StatusTest, AFailedQueryGivesSubstitutesAndNeverRaises) {
     Set("RIF", "J-99999999-9", "Config\\NimbusPF\\Response1");
     Set("TimeOut", "1");
     PrinterFiscal& s = OpenSession();
-    const std::vector<std::function<bool()>> substitutes = {
-        [&] { return s.Response1()->RIF == "J-99999999-9"; },
-        [&] { return s.Response2()->tipoTrans == -1; },
-        [&] { return s.Response3()->isFake; },
-        [&] { return s.Response4()->isFake; },
-        [&] { return s.numeroUltimaFactura() == -1; },
-        [&] { return s.NumeroUltimoCierre() == -1; },
-        [&] { return s.tasa(1) == -1; },
-        [&] { return s.getEstadoDocumento()->NotaS2.empty(); },
-        [&] { return s.reportesZMF(int16_t{5}, int16_t{12}).empty(); },
-        [&] { return s.loadReporteZMF(int16_t{7}) == nullptr; },
-    };
-    for (std::size_t i = 0; i < substitutes.size(); ++i) {
-        line_->statusAnswers.push_back(Reads{});  // the printer never answers
-        EXPECT_TRUE(substitutes[i]()) << "query " << i;
-        EXPECT_EQ(s.outcome().pfError, pfCommError);
-    }
+    line_->statusAnswers = {Reads{}, Reads{}, Reads{}};  // the printer never answers
+    EXPECT_EQ(s.Response1()->RIF, "J-99999999-9");
+    EXPECT_EQ(s.NumeroUltimoCierre(), -1);
+    EXPECT_EQ(s.loadReporteZMF(int16_t{7}), nullptr);
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
     Reply("");  // an empty S1 reply is one that does not read
     EXPECT_EQ(s.Response1()->RIF, "J-99999999-9");
 }
@@ -84,30 +70,53 @@ TEST_F(StatusTest, SkippedChecksGiveSubstitutesWithoutTouchingThePort) {
     EXPECT_EQ(line_->BlocksWritten(), 0);
 }
 
-TEST_F(StatusTest, CerrarZReadsTheSummaryOnlyAfterTheClosingWasAccepted) {
+TEST_F(StatusTest, ARefusedClosingIsNotFollowedByTheSummary) {
     PrinterFiscal& s = OpenSession();
     line_->blockAnswers = std::deque<Reads>(7, Reads{});
     EXPECT_EQ(s.CerrarZ(), nullptr);
-    line_->writes.clear();
-    line_->blockAnswers = {Reads{Byte(ACK)}};
-    Reply("0205\n241105\n2310\n00001520\n241105\n2305\n00000012\n00000048\n310");
-    auto z = s.CerrarZ();
-    ASSERT_NE(z, nullptr);
-    EXPECT_EQ(line_->Commands(), (std::vector<std::string>{"I0Z", "U0Z"}));
-    EXPECT_EQ(z->numeroUltimoZ, 205);
+    EXPECT_EQ(line_->Commands(), std::vector<std::string>(7, "I0Z"));
 }
 
-TEST_F(StatusTest, ClosuresOfARangeComeOnePerBlock) {
+TEST_F(SessionTest, ReplyFieldsAreSplitAtLineFeed) {
+    Set("TimeOut", "1");
     PrinterFiscal& s = OpenSession();
-    std::string row = "0204\n241104\n2300\n00001500\n241104\n2250";
-    for (int i = 6; i < 28; ++i) row += "\n0";
-    Reply(row, ETB);
-    line_->ackAnswers.push_back(Reads{DataReply("0205" + row.substr(4))});
-    const auto closures = s.reportesZMF(std::string("5"), int16_t{12});
-    EXPECT_EQ(line_->Command(0), "U3A000005000012");
-    ASSERT_EQ(closures.size(), 2u);
-    EXPECT_EQ(closures[0]->numeroCierre, 204);
-    EXPECT_EQ(closures[1]->numeroCierre, 205);
+    line_->blockAnswers = {
+        {DataReply("A\nB")}, {DataReply("A\nB\n")}, {DataReply("A")}, {"xy\x03"}};
+    EXPECT_EQ(s.GetResponse("S1"), (Fields{"A", "B"}));
+    EXPECT_EQ(s.GetResponseString("S1", "|"), "|A|B|");
+    EXPECT_EQ(s.GetResponseString("S1"), "\nA");
+    EXPECT_EQ(s.GetResponse("S1"), Fields{"xy"});  // no STX: all of it but the end
+    line_->statusAnswers.push_back(Reads{});
+    EXPECT_EQ(s.GetResponse("S1"), Fields{"pfError"});
+    EXPECT_EQ(line_->BlocksWritten(), 4);
+
+    Set("SkipChecks", "True");
+    PrinterFiscal skipped(line_);
+    line_->writes.clear();
+    EXPECT_EQ(skipped.GetResponse("S1"), Fields{"VOID"});
+    EXPECT_TRUE(line_->writes.empty());
+}
+
+TEST_F(SessionTest, FurtherBlocksAreAcknowledgedOneByOne) {
+    Set("TimeOut", "1");
+    PrinterFiscal& s = OpenSession();
+    line_->blockAnswers = {{DataReply("a1\na2", ETB)},
+                           {DataReply("a\nb", ETB)},
+                           {DataReply("a\nb", ETB)},
+                           {DataReply("a", ETB)}};
+    line_->ackAnswers = {
+        {DataReply("b1", ETB)}, {DataReply("c1\nc2")}, {DataReply("c")}, {DataReply("c")}};
+    EXPECT_EQ(s.GetMultipleResponses("X"),
+              (std::vector<Fields>{{"a1", "a2"}, {"b1"}, {"c1", "c2"}}));
+    EXPECT_EQ(line_->Count(Byte(ACK)), 2);
+    EXPECT_EQ(s.GetMultipleResponsesStr("X", ",", ";"), "a,b;c");
+    EXPECT_EQ(s.GetMultipleResponsesStr("X"),
+              "a\x1F"
+              "b\x1E"
+              "c");
+    // A block that never completes ends the reply.
+    EXPECT_EQ(s.GetMultipleResponsesStr("X"), "a");
+    EXPECT_EQ(s.outcome().pfError, pfCommError);
 }
 
 }  // namespace

@@ -58,11 +58,24 @@ TEST_F(TestModeSession, ImmediateTraceIsShownWhenAPortCloses) {
     Set("IsDebug", "True");
     Set("DebugInmediato", "True");
     PrinterFiscal& s = OpenSession();
-    s.Execute("w");
+    line_->blockAnswers.push_back(Reads{DataReply("A\nB")});
+    s.GetResponse("S1");
     s.Cerrar();
     ASSERT_EQ(window_->shown.size(), 1u);
-    EXPECT_NE(window_->shown[0].find("Execute: -> w \r\n"), std::string::npos);
-    EXPECT_NE(window_->shown[0].find(" <- ACK \r\n"), std::string::npos);
+    // The query's command goes through the exchange, each step traced with its bytes.
+    std::string trace = window_->shown[0].substr(window_->shown[0].find("GetResponse: S1"));
+    for (std::size_t at; (at = trace.find(" \r\n")) != std::string::npos;)
+        trace.replace(at, 3, "|");
+    const std::string status =
+        "GetStatus: -> [ENQ]|WaitForReply t = 43200; timeout = 10|<-[STX]`@[ETX]#|"
+        "WaitForReply (ready = True): <-[STX]`@[ETX]|ResponseComplete: [STX]`@[ETX]|"
+        "GetStatus: <- pfError = 0; resultFlag = 3, STS1=60, STS2= 40|";
+    EXPECT_EQ(trace, "GetResponse: S1|" + status + "Execute: -> S1|" + status +
+                         "SEND -> [STX]S1[ETX]a|WaitForReply t = 43200; timeout = 10|"
+                         "<-[STX]A[010]B[ETX][010]|WaitForReply (ready = True): "
+                         "<-[STX]A[010]B[ETX]|ResponseComplete: [STX]A[010]B[ETX]|"
+                         "GetResponse. After Execute (1), s = A[010]B[ETX]|"
+                         "GetResponse. After Execute (2), s = A[010]B|GetResponse. UBound = 1|");
 }
 
 }  // namespace
