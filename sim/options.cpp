@@ -112,7 +112,7 @@ struct Parsing {
 
 using Setter = void (*)(Parsing&, const std::string& option, const std::string& value);
 
-struct OptionSpec {
+struct OptionRule {
     const char* name;
     bool takesValue;
     Setter set;
@@ -137,7 +137,7 @@ S1Layout LayoutNamed(const std::string& option, const std::string& text) {
 using Arg = const std::string&;
 
 // The printer's identity and the simulator's own settings.
-const OptionSpec kSettings[] = {
+const OptionRule kSettings[] = {
     {"--help", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
     {"-h", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
     {"--variant", true, [](Parsing& p, Arg, Arg v) { p.variant = VariantNamed(v); }},
@@ -165,7 +165,7 @@ const OptionSpec kSettings[] = {
 };
 
 // Faults of the line.
-const OptionSpec kFaults[] = {
+const OptionRule kFaults[] = {
     {"--nak", true, [](Parsing& p, Arg o, Arg v) { p.faults().nakBlocks = Count(o, v); }},
     {"--ignore-blocks", true,
      [](Parsing& p, Arg o, Arg v) { p.faults().ignoreBlocks = Count(o, v); }},
@@ -199,12 +199,12 @@ const OptionSpec kFaults[] = {
     {"--mute", false, [](Parsing& p, Arg, Arg) { p.faults().muted = true; }},
 };
 
-const OptionSpec& SpecOf(const std::string& option) {
-    for (const OptionSpec& spec : kSettings) {
-        if (option == spec.name) return spec;
+const OptionRule& RuleOf(const std::string& option) {
+    for (const OptionRule& rule : kSettings) {
+        if (option == rule.name) return rule;
     }
-    for (const OptionSpec& spec : kFaults) {
-        if (option == spec.name) return spec;
+    for (const OptionRule& rule : kFaults) {
+        if (option == rule.name) return rule;
     }
     throw std::invalid_argument("unknown option " + option);
 }
@@ -216,11 +216,11 @@ Options ParseOptions(const std::vector<std::string>& args) {
     static const std::string kNone;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& option = args[i];
-        const OptionSpec& spec = SpecOf(option);
-        if (spec.takesValue && i + 1 >= args.size()) {
+        const OptionRule& rule = RuleOf(option);
+        if (rule.takesValue && i + 1 >= args.size()) {
             throw std::invalid_argument(option + ": missing value");
         }
-        spec.set(parsing, option, spec.takesValue ? args[++i] : kNone);
+        rule.set(parsing, option, rule.takesValue ? args[++i] : kNone);
     }
     if (!parsing.serialGiven) parsing.printer().serial = DefaultSerial(parsing.variant);
     return parsing.options;
