@@ -32,7 +32,6 @@ TEST(SettingsStoreTest, ReadersTakeTheFileThenTheStoreThenTheFallback) {
     }
     EXPECT_EQ(GetSettingString("ORV", kSection, "Modelo", "x"), "SRP350");
     EXPECT_EQ(GetSettingString("ORV", kSection, "Puerto", "x"), "3");
-    EXPECT_EQ(GetSettingString("ORV", kSection, "Nada", "por defecto"), "por defecto");
     EXPECT_EQ(GetSettingString("Halewood", kSection, "Modelo", "x"), "x");
     for (const auto& [key, fallback, value] : {std::tuple{"A", true, true},
                                                {"A", false, false},
