@@ -5,19 +5,9 @@
 #include <cmath>
 
 #include "automation/dates.h"
-#include "support/fake_clock.h"
 
 namespace corvid::automation {
 namespace {
-
-TEST(ClockTest, NullPutsTheSystemClockBack) {
-    auto fake = std::make_shared<FakeClock>();
-    ScopedClock scoped(fake);
-    EXPECT_EQ(Now(), fake->Now());
-    EXPECT_EQ(ReplaceClock(nullptr), fake);
-    EXPECT_GT(SplitDate(Now()).year, 2020);
-    ReplaceClock(fake);
-}
 
 TEST(SystemClockTest, TimerAndNowAgree) {
     auto clock = MakeSystemClock();

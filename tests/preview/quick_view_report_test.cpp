@@ -36,8 +36,7 @@ class QuickViewReportTest : public QuickViewTest {
     }
 };
 
-// The page breaks before the line that would reach the last line; an explicit break counts
-// from the page number set.
+// The page breaks before the line that would reach the last line.
 TEST_F(QuickViewReportTest, BreaksThePageBeforeTheLineThatWouldReachTheLastLine) {
     auto view = MakeReport(6);
     view->SetLinesPerPage(10);
@@ -51,11 +50,6 @@ TEST_F(QuickViewReportTest, BreaksThePageBeforeTheLineThatWouldReachTheLastLine)
     }
     EXPECT_EQ(view->Linea(), 2);
     EXPECT_EQ(Shown(*view), expected);
-
-    view->SetNumeroPagina(7);
-    view->PageBreak();
-    EXPECT_EQ(view->Pagina(), 8);
-    EXPECT_EQ(view->Linea(), 1);
 }
 
 // Centring rounds the spaces half to even (2.5 -> 2, 3.5 -> 4) and cuts long texts; an
@@ -120,16 +114,6 @@ TEST_F(QuickViewReportTest, TooSmallAFontWarnsAndOnlyNoGoesOn) {
     prompts_->QueueAnswer(PromptAnswer::kNo);
     EXPECT_TRUE(view->SetReportWidth(120));
     EXPECT_EQ(view->LineasPagina(), 15120 / 70 - 3 - 1);
-}
-
-TEST_F(QuickViewReportTest, ChosenPrintFontOnlyStoresTheWidthAndAFailingPrinterEndsTheFit) {
-    auto view = MakeView();
-    view->SetPrintFontSize(9);
-    EXPECT_FALSE(view->SetReportWidth(40));
-    EXPECT_DOUBLE_EQ(printer_->font_size, 9.0);
-    EXPECT_EQ(view->LineasPagina(), 104);
-    printer_->failing = {"TextHeight"};
-    EXPECT_EQ(MakeView()->LineasPagina(), -1);  // never got to the page length
 }
 
 // Printing refits the font unless it was chosen; any line starting with "_" breaks the page.
