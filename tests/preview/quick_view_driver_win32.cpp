@@ -13,7 +13,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -32,13 +31,6 @@ std::string Utf8(const std::wstring& text) {
     out.resize(static_cast<std::size_t>(
         WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(),
                             static_cast<int>(out.size()), nullptr, nullptr)));
-    return out;
-}
-
-std::wstring Wide(const char* utf8) {
-    std::wstring out(std::strlen(utf8), L'\0');
-    out.resize(static_cast<std::size_t>(MultiByteToWideChar(
-        CP_UTF8, 0, utf8, static_cast<int>(out.size()), out.data(), static_cast<int>(out.size()))));
     return out;
 }
 
@@ -211,23 +203,22 @@ int main(int argc, char** argv) {
         Pause(400);
     } else if (command == "margin" && argc == 3) {
         HWND entry = Child(window, true);
-        SendMessageW(entry, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(argv[2]).c_str()));
+        SendMessageA(entry, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(argv[2]));
         Notify(window, entry, EN_KILLFOCUS);  // as when the focus moves on
         DismissMessageBox(L"PrinterFiscalCorvid (commAPI)");
         Pause(200);
     } else if ((command == "button" || command == "find") && argc == 3) {
         // Any control by its text: the font images ("+", "-") notify as buttons do.
         const bool find = command == "find";
-        HWND button =
-            FindWindowExW(window, nullptr, nullptr, find ? L"Buscar Texto" : Wide(argv[2]).c_str());
+        HWND button = FindWindowExA(window, nullptr, nullptr, find ? "Buscar Texto" : argv[2]);
         if (button == nullptr) return 1;
         Notify(window, button, BN_CLICKED);
         Pause(300);
         if (!find) return 0;
         HWND ask = WaitForWindow(L"Buscar", 5000);
         if (ask == nullptr) return 1;
-        SendMessageW(FindWindowExW(ask, nullptr, L"Edit", nullptr), WM_SETTEXT, 0,
-                     reinterpret_cast<LPARAM>(Wide(argv[2]).c_str()));
+        SendMessageA(FindWindowExW(ask, nullptr, L"Edit", nullptr), WM_SETTEXT, 0,
+                     reinterpret_cast<LPARAM>(argv[2]));
         PostMessageW(ask, WM_COMMAND, IDOK, 0);
         DismissMessageBox(L"ADVERTENCIA");
     } else if (command == "dump") {
