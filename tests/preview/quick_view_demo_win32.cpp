@@ -18,12 +18,14 @@
 
 using namespace corvid::preview;
 
-namespace {
-
-// Three pages of numbered items: the page breaks come from the page length.
-void FillReport(lfQuickView& view) {
+int main(int argc, char** argv) {
+    const std::string folder = argc > 1 ? argv[1] : ".";
+    InstallPlatformQuickViewWindow();
+    ReplaceReportSink(
+        [](const std::string& text) { std::printf("sink: %zu characters\n", text.size()); });
+    lfQuickView view(std::make_shared<NoPrinter>());
     view.SetReportWidth(64);
-    view.SetLinesPerPage(20);
+    view.SetLinesPerPage(20);  // three pages, broken by the page length
     for (int item = 1; item <= 44; ++item) {
         char text[80];
         std::snprintf(text, sizeof text,
@@ -34,20 +36,9 @@ void FillReport(lfQuickView& view) {
         view.Add(text, alignments::kLeft);
     }
     view.Add("Fin del reporte", alignments::kCentre);
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    const std::string folder = argc > 1 ? argv[1] : ".";
-    InstallPlatformQuickViewWindow();
-    ReplaceReportSink(
-        [](const std::string& text) { std::printf("sink: %zu characters\n", text.size()); });
-    lfQuickView view(std::make_shared<NoPrinter>());
-    FillReport(view);
     view.SetReportClickedHandler([&](const std::string& line, std::int32_t column, bool&) {
-        std::ofstream clicks(folder + "/clicks.txt", std::ios::app | std::ios::binary);
-        clicks << column << "|" << line << "\n";
+        std::ofstream(folder + "/clicks.txt", std::ios::app | std::ios::binary)
+            << column << "|" << line << "\n";
         // A line added while the window is on screen shows up in it at once.
         view.Add("Clic en la columna " + std::to_string(column), alignments::kLeft);
     });
