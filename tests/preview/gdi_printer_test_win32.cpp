@@ -110,18 +110,21 @@ TEST_F(GdiPrinterTest, LinesNeverRunOffTheSheet) {
     EXPECT_EQ(pages.back().back().text, L"249 ");
 }
 
-TEST_F(GdiPrinterTest, StopWhilePrintingAbortsTheJob) {
+// A stop while printing aborts the job; a device refusing the job is a printer error.
+TEST_F(GdiPrinterTest, AStoppedOrRefusedJobPrintsNothing) {
     auto view = Report(40, 4, {"1", "2", "3", "4", "5", "6"});  // two report lines a page
     record_->on_page_end = [&](std::size_t page) {
         if (page == 1) view->StopPrinting();
     };
     view->PrintListBox();
-    EXPECT_TRUE(record_->documents.empty());
     EXPECT_EQ(record_->aborted, 1);
+    record_->refuse_jobs = true;
+    EXPECT_EQ(test_support::ErrorNumberOf([&] { view->PrintListBox(); }), 482);
     EXPECT_FALSE(view->printing());
+    EXPECT_TRUE(record_->documents.empty());
 }
 
-TEST_F(GdiPrinterTest, VerifoneLinesStackAsFortyColumnsAndARefusedJobIsAPrinterError) {
+TEST_F(GdiPrinterTest, VerifoneLinesStackAsFortyColumns) {
     Report(10, lfQuickView::kNoPaging, {"uno", "_", std::string(45, 'x')}, L"VeriFone")
         ->PrintListBox();
     const auto padded = [](const std::wstring& text) {
@@ -130,13 +133,6 @@ TEST_F(GdiPrinterTest, VerifoneLinesStackAsFortyColumnsAndARefusedJobIsAPrinterE
     EXPECT_EQ(
         TextsOf(OnlyDocument().at(0)),
         (Texts{L" ", padded(L"uno "), padded(std::wstring(12, L'_')), std::wstring(40, L'x')}));
-
-    record_->refuse_jobs = true;
-    record_->documents.clear();
-    auto view = std::make_unique<lfQuickView>(gdi_);
-    EXPECT_EQ(test_support::ErrorNumberOf([&] { view->PrintListBox(); }), 482);
-    EXPECT_FALSE(view->printing());
-    EXPECT_TRUE(record_->documents.empty());
 }
 
 }  // namespace
