@@ -28,9 +28,8 @@ TEST_F(FormatTest, NumberPictures) {
          TEXT_IS(Format(-0.001, "###0.00"), "-0.00"),  // the sign stays, as in VB
          TEXT_IS(Format(Currency::FromScaled(-1250), "###0.00"), "-0.13"),
 
-         TEXT_IS(Format(1.2, "0.0#"), "1.2"), TEXT_IS(Format(-1234.0, "#,##0"), "-1,234"),
-         TEXT_IS(Format(999.5, "#,##0"), "1,000"), TEXT_IS(Format(5.0, "$0.00 \"Bs\""), "$5.00 Bs"),
-         TEXT_IS(Format(std::string("7"), "00"), "07"),
+         TEXT_IS(Format(-1234.0, "#,##0"), "-1,234"), TEXT_IS(Format(999.5, "#,##0"), "1,000"),
+         TEXT_IS(Format(5.0, "$0.00 \"Bs\""), "$5.00 Bs"),
 
          TEXT_IS(Format(true, "0"), "-1"),
 

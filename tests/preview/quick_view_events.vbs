@@ -1,5 +1,4 @@
-' While Show waits, the window test runner clicks the third line at column 5 and presses
-' Escape; the event handler and the notify target must each get that line and column once.
+' The runner clicks line 3, column 5 and presses Escape: the handler and target get it once.
 Dim qv, events, notified, connected, line
 Sub Expect(name, actual)
     If actual = "[Total a pagar 1234,56 ] 5;" Then

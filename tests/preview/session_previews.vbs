@@ -1,6 +1,4 @@
-' The previews a session shows at Cerrar on a desktop: in test mode what would have been sent
-' (and again when released), with "IsDebug" and "DebugInmediato" the trace view. The runner
-' closes each one as it appears; this script says when each Cerrar returned.
+' Previews at Cerrar (test mode; IsDebug with DebugInmediato), each closed by the runner.
 Dim fso, p
 Set fso = CreateObject("Scripting.FileSystemObject")
 Function Opened(settings)
