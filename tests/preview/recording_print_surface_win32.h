@@ -2,8 +2,6 @@
 // every page as an enhanced metafile and reads back the text drawn on it.
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -17,33 +15,22 @@
 namespace corvid::preview::testing {
 
 // One piece of text drawn on a page: where, in which font height (the font's lfHeight, in
-// device pixels) and the advance of each character.
+// device pixels) and how wide.
 struct TextRun {
     std::wstring text;
     int x = 0;
     int y = 0;
     int font_height = 0;
-    std::vector<int> advances;
-
-    // The width of the first `count` characters.
-    int Width(std::size_t count) const {
-        const auto end =
-            advances.begin() + static_cast<std::ptrdiff_t>(std::min(count, advances.size()));
-        return std::accumulate(advances.begin(), end, 0);
-    }
+    int width = 0;
 };
 using Page = std::vector<TextRun>;
 
 struct PrintRecord {
-    // Jobs that ended, each a list of pages.
-    std::vector<std::vector<Page>> documents;
+    std::vector<std::vector<Page>> documents;  // jobs that ended, each a list of pages
     int aborted = 0;
-    // The device refuses to start a job.
-    bool refuse_jobs = false;
-    // Called when a page ends, with the number of the page in its job.
-    std::function<void(std::size_t)> on_page_end;
-    // Pages of the running job.
-    std::vector<Page> pending;
+    bool refuse_jobs = false;                      // the device refuses to start a job
+    std::function<void(std::size_t)> on_page_end;  // with the number of the page in its job
+    std::vector<Page> pending;                     // pages of the running job
 };
 
 // Reads a metafile's text runs, with the font height selected for each.
@@ -51,41 +38,30 @@ struct PageReader {
     std::map<DWORD, int> font_heights;  // by object-table index
     int font_height = 0;
     Page page;
-};
 
-// A named CALLBACK, not a lambda: on 32-bit Windows the callback must be stdcall.
-inline int CALLBACK ReadRecord(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM data) {
-    auto& r = *reinterpret_cast<PageReader*>(data);
-    const auto* bytes = reinterpret_cast<const BYTE*>(record);
-    if (record->iType == EMR_EXTCREATEFONTINDIRECTW) {
-        const auto& font = *reinterpret_cast<const EMREXTCREATEFONTINDIRECTW*>(record);
-        r.font_heights[font.ihFont] = font.elfw.elfLogFont.lfHeight;
-    } else if (record->iType == EMR_SELECTOBJECT) {
-        const auto font =
-            r.font_heights.find(reinterpret_cast<const EMRSELECTOBJECT*>(record)->ihObject);
-        if (font != r.font_heights.end()) r.font_height = font->second;
-    } else if (record->iType == EMR_EXTTEXTOUTW) {
-        const EMRTEXT& text = reinterpret_cast<const EMREXTTEXTOUTW*>(record)->emrtext;
-        const auto* chars = reinterpret_cast<const wchar_t*>(bytes + text.offString);
-        TextRun run{std::wstring(chars, text.nChars),
-                    text.ptlReference.x,
-                    text.ptlReference.y,
-                    r.font_height,
-                    {}};
-        if (text.offDx != 0) {
+    // A named CALLBACK, not a lambda: on 32-bit Windows the callback must be stdcall.
+    static int CALLBACK Read(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM data) {
+        auto& r = *reinterpret_cast<PageReader*>(data);
+        const auto* bytes = reinterpret_cast<const BYTE*>(record);
+        if (record->iType == EMR_EXTCREATEFONTINDIRECTW) {
+            const auto& font = *reinterpret_cast<const EMREXTCREATEFONTINDIRECTW*>(record);
+            r.font_heights[font.ihFont] = font.elfw.elfLogFont.lfHeight;
+        } else if (record->iType == EMR_SELECTOBJECT) {
+            const auto font =
+                r.font_heights.find(reinterpret_cast<const EMRSELECTOBJECT*>(record)->ihObject);
+            if (font != r.font_heights.end()) r.font_height = font->second;
+        } else if (record->iType == EMR_EXTTEXTOUTW) {
+            const EMRTEXT& text = reinterpret_cast<const EMREXTTEXTOUTW*>(record)->emrtext;
+            const auto* chars = reinterpret_cast<const wchar_t*>(bytes + text.offString);
             const auto* advances = reinterpret_cast<const INT*>(bytes + text.offDx);
-            run.advances.assign(advances, advances + text.nChars);
+            r.page.push_back(
+                {std::wstring(chars, text.nChars), text.ptlReference.x, text.ptlReference.y,
+                 r.font_height,
+                 text.offDx ? std::accumulate(advances, advances + text.nChars, 0) : 0});
         }
-        r.page.push_back(std::move(run));
+        return 1;
     }
-    return 1;
-}
-
-inline Page ReadPage(HENHMETAFILE metafile) {
-    PageReader reader;
-    EnumEnhMetaFile(nullptr, metafile, ReadRecord, &reader, nullptr);
-    return std::move(reader.page);
-}
+};
 
 class RecordingPrintSurface : public PrintSurface {
   public:
@@ -95,20 +71,15 @@ class RecordingPrintSurface : public PrintSurface {
 
     explicit RecordingPrintSurface(std::shared_ptr<PrintRecord> record,
                                    std::wstring device_name = L"Test Letter")
-        : record_(std::move(record)),
-          device_name_(std::move(device_name)),
-          measure_(CreateCompatibleDC(nullptr)) {}
+        : record_(std::move(record)), device_name_(std::move(device_name)) {}
     ~RecordingPrintSurface() override {
-        DiscardPage();
+        AbortPage();
         DeleteDC(measure_);
     }
-    RecordingPrintSurface(const RecordingPrintSurface&) = delete;
-    RecordingPrintSurface& operator=(const RecordingPrintSurface&) = delete;
 
     std::wstring DeviceName() const override { return device_name_; }
     PageGeometry Geometry() const override { return {kWidth, kHeight, kDotsPerInch, kDotsPerInch}; }
     HDC MeasureDc() override { return measure_; }
-
     bool StartDoc(const std::wstring&) override {
         record_->pending.clear();
         return !record_->refuse_jobs;
@@ -118,9 +89,10 @@ class RecordingPrintSurface : public PrintSurface {
     }
     bool EndPage() override {
         HENHMETAFILE metafile = CloseEnhMetaFile(std::exchange(page_, nullptr));
-        if (metafile == nullptr) return false;
-        record_->pending.push_back(ReadPage(metafile));
+        PageReader reader;
+        EnumEnhMetaFile(nullptr, metafile, PageReader::Read, &reader, nullptr);
         DeleteEnhMetaFile(metafile);
+        record_->pending.push_back(std::move(reader.page));
         if (record_->on_page_end) record_->on_page_end(record_->pending.size());
         return true;
     }
@@ -129,19 +101,19 @@ class RecordingPrintSurface : public PrintSurface {
         return true;
     }
     void AbortDoc() override {
-        DiscardPage();
+        AbortPage();
         record_->pending.clear();
         ++record_->aborted;
     }
 
   private:
-    void DiscardPage() {
+    void AbortPage() {
         if (page_ != nullptr) DeleteEnhMetaFile(CloseEnhMetaFile(std::exchange(page_, nullptr)));
     }
 
     std::shared_ptr<PrintRecord> record_;
     std::wstring device_name_;
-    HDC measure_;
+    HDC measure_ = CreateCompatibleDC(nullptr);
     HDC page_ = nullptr;
 };
 

@@ -1,20 +1,16 @@
-' The previews a session shows at Cerrar on a desktop: in test mode what would have been sent
-' (and again when released), with "IsDebug" and "DebugInmediato" the trace view. The runner
-' closes each one as it appears and keeps its text; this script says when each Cerrar returned.
-Dim fso, p, q
-
-Sub WriteIni(text)
+' Previews at Cerrar (test mode; IsDebug with DebugInmediato), each closed by the runner.
+Dim fso, p
+Set fso = CreateObject("Scripting.FileSystemObject")
+Function Opened(settings)
     Dim stream
     Set stream = fso.CreateTextFile("ORV.ini", True)
-    stream.Write text
+    stream.Write "[Config\NimbusPF]" & vbCrLf & settings
     stream.Close
-End Sub
+    Set Opened = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
+    fso.DeleteFile "ORV.ini"
+End Function
 
-Set fso = CreateObject("Scripting.FileSystemObject")
-
-WriteIni "[Config\NimbusPF]" & vbCrLf & "TestMode=True" & vbCrLf
-Set p = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
-fso.DeleteFile "ORV.ini"
+Set p = Opened("TestMode=True" & vbCrLf)
 p.Abrir 1
 p.Execute "@Vista previa"
 p.ExecuteNoCheck "810Fin"
@@ -22,13 +18,9 @@ p.Cerrar
 WScript.Echo "test mode: Cerrar returned"
 Set p = Nothing
 WScript.Echo "test mode: released"
-
-WriteIni "[Config\NimbusPF]" & vbCrLf & "IsDebug=1" & vbCrLf & "DebugInmediato=1" & vbCrLf & _
-    "SkipChecks=True" & vbCrLf
-Set q = CreateObject("PrinterFiscalCorvid.PrinterFiscal")
-fso.DeleteFile "ORV.ini"
-q.ExecuteNoCheck "w"
-q.Cerrar
+Set p = Opened("IsDebug=1" & vbCrLf & "DebugInmediato=1" & vbCrLf & "SkipChecks=True" & vbCrLf)
+p.ExecuteNoCheck "w"
+p.Cerrar
 WScript.Echo "trace view: Cerrar returned"
-Set q = Nothing
+Set p = Nothing
 WScript.Echo "DONE"
