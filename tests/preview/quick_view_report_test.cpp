@@ -101,6 +101,15 @@ TEST_F(QuickViewReportTest, FitsTheFontAndThePageLengthToTheReportWidth) {
     EXPECT_TRUE(prompts_->prompts().empty());
 }
 
+// Past the report's limits it raises what VB raises: a right-aligned text wider than the
+// report (a negative count of spaces) and a page number past 32767.
+TEST_F(QuickViewReportTest, RaisesWhatVbRaisesPastTheReportsLimits) {
+    auto view = MakeReport(8);
+    EXPECT_EQ(ErrorNumberOf([&] { view->Add("abcdefghij", alignments::kRight); }), 5);
+    view->SetNumeroPagina(32767);
+    EXPECT_EQ(ErrorNumberOf([&] { view->PageBreak(); }), 6);
+}
+
 // Yes keeps the old page length and reports no fit.
 TEST_F(QuickViewReportTest, TooSmallAFontWarnsAndOnlyNoGoesOn) {
     SetViewSetting("FontFactor", "0.5");  // 7 points become 3.5

@@ -85,5 +85,16 @@ TEST(StringBufferTest, ReplaceAndSetValueWorkOnTheWholeStore) {
     EXPECT_EQ(grown.Value(), "hello" + std::string(kChunk - 4, 'z'));
 }
 
+// AppendV appends a value's text as CStr gives it; an error value or Null is a type mismatch.
+TEST(StringBufferTest, AppendVAppendsTheValuesText) {
+    CStringBuffer buffer;
+    buffer.AppendV(std::string("n="));
+    buffer.AppendV(std::int16_t{42});
+    buffer.AppendV(true);
+    EXPECT_EQ(buffer.Value(), "n=42True");
+    EXPECT_EQ(ErrorNumberOf([&] { buffer.AppendV(automation::ErrorValue{5}); }), 13);
+    EXPECT_EQ(ErrorNumberOf([&] { buffer.AppendV(automation::Null{}); }), 13);
+}
+
 }  // namespace
 }  // namespace corvid::preview
