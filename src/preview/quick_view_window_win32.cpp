@@ -61,7 +61,7 @@ constexpr int kEntryLeft = 3780;
 constexpr int kEntryWidth = 600;
 constexpr int kEntryHeight = 315;
 
-// The report's text is Windows-1252 bytes.
+// The report's text is Windows-1252 bytes; the window's controls take UTF-16.
 std::wstring Wide(const std::string& bytes) { return text::WideFromWindows1252(bytes); }
 std::string Narrow(const std::wstring& wide) { return text::Windows1252FromWide(wide); }
 
@@ -95,6 +95,9 @@ class Win32QuickViewWindow : public QuickViewWindow,
     static LRESULT CALLBACK ControlProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam);
 
     bool Create(lfQuickView& view);
+    bool AddTextBox();
+    void AddButtonsAndMargin();
+    void AddFontImages();
     HWND AddControl(const wchar_t* window_class, const wchar_t* text, DWORD style, int id);
     LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
     void OnCommand(int id, int code);
@@ -241,17 +244,36 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
     if (window_ == nullptr) return false;
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc));
-
-    DWORD text_style = WS_BORDER | WS_VSCROLL | WS_HSCROLL | WS_TABSTOP | ES_MULTILINE |
-                       ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_SAVESEL;
-    if (!form_->editable()) text_style |= ES_READONLY;
-    text_ = AddControl(RichEditClass(), L"", text_style, kTextId);
-    if (text_ == nullptr) {
+    if (!AddTextBox()) {
         DestroyWindow(window_);
         window_ = nullptr;
         return false;
     }
+    AddButtonsAndMargin();
+    AddFontImages();
+    PushFont();
+    view.SetTextAddedListener([weak = weak_from_this()] {
+        if (auto self = weak.lock()) self->AppendAddedText();
+    });
+    OnSize();
+    return true;
+}
+
+// The report's rich edit box, whose text never wraps (a line as wide as the right margin).
+bool Win32QuickViewWindow::AddTextBox() {
+    DWORD text_style = WS_BORDER | WS_VSCROLL | WS_HSCROLL | WS_TABSTOP | ES_MULTILINE |
+                       ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_SAVESEL;
+    if (!form_->editable()) text_style |= ES_READONLY;
+    text_ = AddControl(RichEditClass(), L"", text_style, kTextId);
+    if (text_ == nullptr) return false;
     SendMessageW(text_, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
+    HDC screen = GetDC(nullptr);
+    SendMessageW(text_, EM_SETTARGETDEVICE, reinterpret_cast<WPARAM>(screen), form_->rightMargin());
+    ReleaseDC(nullptr, screen);
+    return true;
+}
+
+void Win32QuickViewWindow::AddButtonsAndMargin() {
     AddControl(L"BUTTON", L"Imprimir", BS_PUSHBUTTON | WS_TABSTOP, kPrintId);
     AddControl(L"BUTTON", L"Fuente Impresora", BS_PUSHBUTTON | WS_TABSTOP, kPrinterFontId);
     AddControl(L"BUTTON", L"Buscar Texto", BS_PUSHBUTTON | WS_TABSTOP, kSearchId);
@@ -265,9 +287,12 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
                    UDS_SETBUDDYINT | UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_NOTHOUSANDS, kUpDownId);
     SendMessageW(up_down, UDM_SETBUDDY, reinterpret_cast<WPARAM>(margin_), 0);
     SendMessageW(up_down, UDM_SETRANGE32, 0, 100);
+}
+
+// The two screen-font images, each with its tooltip.
+void Win32QuickViewWindow::AddFontImages() {
     HWND grow = AddControl(L"STATIC", L"+", SS_OWNERDRAW | SS_NOTIFY, kGrowId);
     HWND shrink = AddControl(L"STATIC", L"-", SS_OWNERDRAW | SS_NOTIFY, kShrinkId);
-
     HWND tips = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP,
                                 CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_,
                                 nullptr, ThisModule(), nullptr);
@@ -282,17 +307,6 @@ bool Win32QuickViewWindow::Create(lfQuickView& view) {
         tool.lpszText = const_cast<wchar_t*>(tip.c_str());
         SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     }
-
-    // Load: the text never wraps (a line as wide as the right margin).
-    HDC screen = GetDC(nullptr);
-    SendMessageW(text_, EM_SETTARGETDEVICE, reinterpret_cast<WPARAM>(screen), form_->rightMargin());
-    ReleaseDC(nullptr, screen);
-    PushFont();
-    view.SetTextAddedListener([weak = weak_from_this()] {
-        if (auto self = weak.lock()) self->AppendAddedText();
-    });
-    OnSize();
-    return true;
 }
 
 HWND Win32QuickViewWindow::AddControl(const wchar_t* window_class, const wchar_t* text, DWORD style,
