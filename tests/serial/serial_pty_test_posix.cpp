@@ -97,7 +97,8 @@ TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {
     clock_->SetNow(automation::Date{45000.0 + (13 * 3600 + 5 * 60 + 9) / 86400.0});
 
     ASSERT_EQ(ports_.CommOpen(kPort, "COM5", kLineSettings), 0);
-    const std::string command = "\x02PasarItem 0123456789\x03";
+    // Controls show as dots in the text column; DEL and e-acute (Windows-1252) as they are.
+    const std::string command = "\x02PasarItem 01234\x7F\xE9\x03";
     ASSERT_EQ(ports_.CommWrite(kPort, command), static_cast<std::int32_t>(command.size()));
     printer_.Send("\x06");
     ASSERT_TRUE(ports_.CommWaitReadable(kPort, 1000));
@@ -111,7 +112,7 @@ TEST_F(PtyTest, DumpRecordsEveryByteSentAndReadUntilThePortCloses) {
     EXPECT_EQ(contents.str(),
               "Send 15-03-2023 13:05:09\r\n"
               "02 50 61 73 61 72 49 74 65 6D 20 30 31 32 33 34 .PasarItem 01234\r\n"
-              "35 36 37 38 39 03                               56789.\r\n"
+              "7F E9 03                                        \x7F\xE9.\r\n"
               "Read 15-03-2023 13:05:09\r\n"
               "06                                              .\r\n");
     std::filesystem::remove(path);
