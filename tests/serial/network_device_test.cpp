@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "serial/fake_socket.h"
-#include "serial/telnet_codec.h"
 
 namespace corvid::serial {
 namespace {
@@ -24,35 +23,13 @@ std::string Bytes(std::initializer_list<int> values) {
     return out;
 }
 
-constexpr int IAC = 255, WILL = 251, WONT = 252, DO = 253, DONT = 254, SB = 250, SE = 240;
+constexpr int IAC = 255, WILL = 251, DO = 253, DONT = 254, SB = 250, SE = 240;
 constexpr int kComPort = 44;
 
 std::string ComPortMessage(const std::vector<int>& payload) {
     std::string out = Bytes({IAC, SB, kComPort});
     for (int v : payload) out += static_cast<char>(v);
     return out + Bytes({IAC, SE});
-}
-
-TEST(TelnetDecoder, CommandsComeOutTheSameWhereverTheStreamIsCut) {
-    const std::string stream = "a" + Bytes({IAC, IAC}) + "b" + Bytes({IAC, WILL, 1}) + "c" +
-                               Bytes({IAC, SB, kComPort, 107, IAC, IAC, 1, IAC, SE}) + "d" +
-                               Bytes({IAC, 241}) + "e";
-    for (std::size_t i = 0; i <= stream.size(); ++i) {
-        for (std::size_t j = i; j <= stream.size(); ++j) {
-            telnet::Decoder decoder;
-            std::string data;
-            std::vector<telnet::Command> commands;
-            for (const std::string& part :
-                 {stream.substr(0, i), stream.substr(i, j - i), stream.substr(j)}) {
-                decoder.Feed(part, data, commands);
-            }
-            ASSERT_EQ(data, Bytes({'a', IAC, 'b', 'c', 'd', 'e'})) << i << " " << j;
-            ASSERT_EQ(commands.size(), 2u) << i << " " << j;
-            EXPECT_EQ(commands[0].verb * 256 + commands[0].option, WILL * 256 + 1);
-            EXPECT_EQ(commands[1].verb * 256 + commands[1].option, SB * 256 + kComPort);
-            EXPECT_EQ(commands[1].payload, Bytes({107, 255, 1}));
-        }
-    }
 }
 
 class NetworkDeviceTest : public ::testing::Test {
@@ -73,14 +50,6 @@ class NetworkDeviceTest : public ::testing::Test {
     NetworkTimings timings_{milliseconds(150), milliseconds(20), milliseconds(50)};
     SystemFailure failure_;
 };
-
-TEST_F(NetworkDeviceTest, OpeningOffersTheComPortAndRefusesEchoAndTerminalType) {
-    far_->incoming.push_back(Bytes({IAC, WILL, 1, IAC, DO, 1, IAC, DO, 3, IAC, WILL, 0}));
-    far_->incoming.push_back(Bytes({IAC, DO, 24, IAC, DO, kComPort}));
-    ASSERT_NE(Start(Protocol::kTelnetComPort), nullptr) << failure_.message;
-    EXPECT_EQ(far_->sent, Bytes({IAC, WILL, kComPort, IAC, WILL, 0, IAC, WILL, 3, IAC, DO,   0,
-                                 IAC, DO,   3,        IAC, DONT, 1, IAC, WONT, 1, IAC, WONT, 24}));
-}
 
 TEST_F(NetworkDeviceTest, AServerThatRefusesIsSilentOrHangsUpFailsTheOpen) {
     struct Case {

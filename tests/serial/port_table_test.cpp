@@ -8,14 +8,9 @@
 #endif
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 
-#include "automation/vb_error.h"
 #include "host/message_pump.h"
 #include "serial/port_devices.h"
-#include "serial/serial_ports.h"
 #include "serial/serial_test_support.h"
 #include "support/vb_error_testing.h"
 
@@ -23,7 +18,6 @@ namespace corvid::serial {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 constexpr int kMissingPort = 98;
 // What the system says of a device that is not there, and of a port that is not open.
@@ -37,20 +31,11 @@ constexpr std::int32_t kBadHandle = EBADF;
 
 class PortTableTest : public test_support::SerialTest {
   protected:
-    PortTableTest() {
-        SetPortDevice(kMissingPort, "/nonexistent/corvid-missing-tty");
-        dump_path_ =
-            std::filesystem::temp_directory_path() /
-            ("corvid-dump-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + ".txt");
-        std::filesystem::remove(dump_path_);
-    }
+    PortTableTest() { SetPortDevice(kMissingPort, "/nonexistent/corvid-missing-tty"); }
     ~PortTableTest() override {
         SetPortDevice(kMissingPort, "");
         ports_.CommClose(kMissingPort);
-        std::filesystem::remove(dump_path_);
     }
-
-    std::filesystem::path dump_path_;
 };
 
 using corvid::test_support::ErrorNumberOf;
@@ -95,9 +80,7 @@ TEST_F(PortTableTest, ReadsAndWritesEachYieldOnceToTheHost) {
 }
 
 TEST_F(PortTableTest, OpeningAMissingDeviceReportsTheCreateFileStep) {
-    ConfigureDump("0", "");
-    const std::int32_t number =
-        ports_.CommOpen(kMissingPort, "COM98", "baud=9600 parity=E data=8 stop=1");
+    const std::int32_t number = ports_.CommOpen(kMissingPort, "COM98", "baud=9600");
     EXPECT_TRUE(number == kNoDevice[0] || number == kNoDevice[1]) << number;
     const CommErrorRecord& error = ports_.LastCommError();
     EXPECT_EQ(error.number, number);
@@ -111,28 +94,6 @@ TEST_F(PortTableTest, OpeningAMissingDeviceReportsTheCreateFileStep) {
                         error.description);
     // Nothing stays open: the next attempt fails the same way, not with "Port in use.".
     EXPECT_EQ(ports_.CommOpen(kMissingPort, "COM98", "baud=9600"), number);
-}
-
-// A failed open starts the dump when DEBUG is on; a file that cannot be opened is told to
-// the person once and leaves the dump off.
-TEST_F(PortTableTest, FailedOpenStartsTheDumpWhenDebugIsOn) {
-    const std::string unwritable = (dump_path_.parent_path() / "no-such-folder" / "d.txt").string();
-    struct Case {
-        std::string debug, file;
-        bool enabled;
-        std::size_t prompts;
-    };
-    for (const Case& c : {Case{"0", dump_path_.string(), false, 0}, Case{"1", unwritable, false, 1},
-                          Case{"1", dump_path_.string(), true, 1}}) {
-        SCOPED_TRACE(c.debug + " " + c.file);
-        ConfigureDump(c.debug, c.file);
-        ports_.CommOpen(kMissingPort, "COM98", "baud=9600");
-        EXPECT_EQ(ports_.dump().enabled(), c.enabled);
-        EXPECT_EQ(std::filesystem::exists(dump_path_), c.enabled);
-        EXPECT_EQ(prompts_->prompts().size(), c.prompts);
-    }
-    EXPECT_THAT(prompts_->prompts()[0].text,
-                StartsWith("Imposible abrir el archivo " + unwritable + ". Traza inhabilitada"));
 }
 
 #ifdef _WIN32
