@@ -19,7 +19,6 @@ struct FakeFarEnd {
     bool closed_by_peer = false;  // receives fail once `incoming` is drained
     std::string sent;
     std::size_t room = std::numeric_limits<std::size_t>::max();
-    int read_waits = 0;
 };
 
 class FakeSocket : public Socket {
@@ -42,7 +41,6 @@ class FakeSocket : public Socket {
         return std::nullopt;
     }
     bool WaitReadable(std::chrono::milliseconds timeout) override {
-        ++far_->read_waits;
         if (!far_->incoming.empty() || far_->closed_by_peer) return true;
         std::this_thread::sleep_for(timeout);
         return false;

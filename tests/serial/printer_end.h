@@ -1,5 +1,5 @@
 // The printer's end of a line the host's port table has open, whatever the line is: a
-// pseudo-terminal, a null-modem cable under Wine, or a TCP connection to a device server.
+// pseudo-terminal or a null-modem cable under Wine.
 #pragma once
 
 #include <chrono>

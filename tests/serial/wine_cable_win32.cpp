@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 
@@ -145,6 +146,15 @@ std::vector<LineKind> PlatformLines() {
     return {{"WineCable", [](PortTable& ports, bool willHangUp) -> std::unique_ptr<PrinterEnd> {
                  return std::make_unique<WineCable>(ports, willHangUp ? 1 : 30);
              }}};
+}
+
+double ThreadCpuSeconds() {
+    FILETIME created, exited, kernel, user;
+    GetThreadTimes(GetCurrentThread(), &created, &exited, &kernel, &user);
+    auto seconds = [](const FILETIME& t) {
+        return ((static_cast<std::uint64_t>(t.dwHighDateTime) << 32) | t.dwLowDateTime) / 1e7;
+    };
+    return seconds(kernel) + seconds(user);
 }
 
 }  // namespace corvid::serial
