@@ -1,14 +1,7 @@
 // Each fault of the line hits exactly the replies it was armed for and then wears off.
-#include <gtest/gtest.h>
-#include <poll.h>
 
-#include <chrono>
 #include <functional>
-#include <iterator>
-#include <sstream>
-#include <string>
 
-#include "sim/options.h"
 #include "sim/wire.h"
 #include "sim_fixture.h"
 
@@ -55,18 +48,10 @@ const FaultCase kFaults[] = {
     {"silent_enq",
      [](Simulator& s) { s.SilenceNextStatusRequests(1); },
      {{kEnq, ""}, {kW, kAck}, {kEnq, kStatus}}},
-    {"mute", [](Simulator& s) { s.SetMuted(true); }, {{kEnq, ""}, {kW, ""}}},
     // Replies of the kinds not selected go out as usual.
     {"enq_prefix",
      [](Simulator& s) { s.PrefixNextRepliesWithEnq(1); },
      {{kW, kAck}, {kEnq, kEnq + kStatus}, {kEnq, kStatus}}},
-    {"enq_prefix_on_ack",
-     [](Simulator& s) { s.PrefixNextRepliesWithEnq(1, kAckReply); },
-     {{kEnq, kStatus}, {kW, kEnq + kAck}}},
-    // The ACK that answers the ENQ does not advance a reply of several blocks.
-    {"enq_prefix_multi_block",
-     [](Simulator& s) { s.PrefixNextRepliesWithEnq(1); },
-     {{kTwoBlocks, kEnq + FrameReply("1\n2", kEtb)}, {kAck, ""}, {kAck, FrameReply("2\n2", kEtx)}}},
     {"eot_end",
      [](Simulator& s) { s.EndNextRepliesWithEot(1); },
      {{kEnq, FrameReply(Bytes({0x60, 0x40}), kEot)}, {kEnq, kStatus}}},
@@ -95,55 +80,6 @@ const FaultCase kFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(Faults, LineFaultTest, ::testing::ValuesIn(kFaults),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(SimulatorTest, ADelayHoldsBackEveryReply) {
-    sim_->SetReplyDelay(milliseconds(120));
-    for (int i = 0; i < 2; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        EXPECT_EQ(Exchange(kEnq), kStatus);
-        EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(120));
-    }
-}
-
-TEST_F(SimulatorTest, ADropCanHangUpForGood) {
-    sim_->DropLineInNextReplies(1, 100, kAckReply, true);
-    line_->Send(kW);
-    pollfd p{line_->fd(), POLLIN, 0};
-    ASSERT_EQ(poll(&p, 1, 1000), 1);
-    EXPECT_NE(p.revents & POLLHUP, 0);  // the lone ACK did not go out, the line is down
-    EXPECT_EQ(line_->ReadChunk(milliseconds(0)), "");
-    sim_->Stop();  // still safe after a hang-up
-}
-
-std::vector<std::string> Words(const std::string& text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), {}};
-}
-
-TEST(SimulatorOptions, FaultsAndLayoutFromTheCommandLine) {
-    const Options options = ParseOptions(
-        Words("--bad-check 2 --oversize 1 --oversize-to 7000 --drop 3 --drop-after 4 --hang-up "
-              "--late 5 --late-by 250 --garbage-bytes ff00 --variant hka112 --s1-layout short "
-              "--sts1 0x61"));
-    const FaultPlan& plan = options.config.faults;
-    EXPECT_EQ(plan.badCheck.remaining, 2);
-    EXPECT_EQ(plan.oversize.remaining, 1);
-    EXPECT_EQ(plan.oversizeTo, 7000u);
-    EXPECT_EQ(plan.drop.remaining, 3);
-    EXPECT_EQ(plan.dropAfter, 4u);
-    EXPECT_TRUE(plan.hangUpOnDrop);
-    EXPECT_EQ(plan.late.remaining, 5);
-    EXPECT_EQ(plan.late.kinds, kAnyReply);
-    EXPECT_EQ(plan.lateBy, milliseconds(250));
-    EXPECT_EQ(plan.garbageBytes, std::string("\xFF\x00", 2));
-    EXPECT_EQ(options.config.printer.serial, DefaultSerial(Variant::HKA112));
-    EXPECT_EQ(options.config.printer.s1LayoutInUse(), S1Layout::Short);
-    EXPECT_EQ(options.config.printer.forcedSts1, 0x61);
-    for (const char* bad :
-         {"--oversize-to 0", "--s1-layout wide", "--nak", "--garbage-bytes f", "--bogus"}) {
-        EXPECT_THROW(ParseOptions(Words(bad)), std::invalid_argument) << bad;
-    }
-}
 
 }  // namespace
 }  // namespace corvid::sim::testing
