@@ -282,9 +282,6 @@ unsigned CommandReply(const Family& f) { return f.data ? sim::kDataReply : sim::
 // that comes before it.
 unsigned FramedReply(const Family& f) { return f.data ? sim::kDataReply : sim::kStatusReply; }
 unsigned DataReply(const Family&) { return sim::kDataReply; }
-bool Representative(const Family& f) {
-    return f.name == "item line" || f.name == "numeroUltimaFactura";
-}
 
 // Arms the plan's counted fault `field` for one reply of the kind `reply` picks, letting
 // the family's spare data replies pass first; `more` sets the fault's own values.
@@ -341,7 +338,10 @@ std::vector<Fault> Faults() {
          [](F f) { return f.data ? Expect::kStatusFailed : Expect::kGaveUp; }},
         {"hang-up+MW", kMaxWait,
          Once(&sim::FaultPlan::drop, FramedReply, [](sim::FaultPlan& p) { p.hangUpOnDrop = true; }),
-         [](F f) { return Representative(f) ? Expect::kGaveUp : Expect::kNotRun; },
+         [](F f) {
+             const bool run = f.name == "item line" || f.name == "numeroUltimaFactura";
+             return run ? Expect::kGaveUp : Expect::kNotRun;
+         },
          "the same Execute path as \"ENQ mute+MW\""},
     };
 }
