@@ -15,9 +15,6 @@
 
 namespace corvid::e2e {
 
-using Direction = sim::TranscriptEntry::Direction;
-using What = sim::TranscriptEntry::What;
-
 class SessionOnSimulator : public ::testing::Test {
   protected:
     static constexpr std::int16_t kPort = 7;
@@ -33,9 +30,6 @@ class SessionOnSimulator : public ::testing::Test {
         serial::SetPortDevice(kPort, "");
     }
 
-    void Set(const std::string& key, const std::string& value) {
-        settings_->SetIniValue(host::kApplication, host::kSessionSection, key, value);
-    }
     // Opens a session created from the settings set so far and forgets the opening traffic.
     session::PrinterFiscal& Open() {
         session_ = std::make_unique<session::PrinterFiscal>();
@@ -53,9 +47,6 @@ class SessionOnSimulator : public ::testing::Test {
         EXPECT_EQ(s.SetFooter(1, "GRACIAS POR SU COMPRA"), 0);
         EXPECT_EQ(s.Login(Variant(std::int16_t{7})), 0);
         return s;
-    }
-    std::size_t FromHost(What what) const {
-        return simulator_->transcript().Count(Direction::HostToPrinter, what);
     }
 
     sim::SimulatorConfig config_;

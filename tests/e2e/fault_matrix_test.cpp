@@ -45,8 +45,7 @@ const std::string kCommErrorText = "pfError de comunicacion";
 const std::string kGaveUpText = "Tiempo m\xE1ximo de espera agotado";
 
 // A printer and a session opened on it, for one cell.
-class Bench {
-  public:
+struct Bench {
     Bench(host::MemorySettingsSource& settings, double maxWait) {
         auto set = [&](const char* section, const std::string& key, const std::string& value) {
             settings.SetIniValue(host::kApplication, section, key, value);
@@ -54,8 +53,9 @@ class Bench {
         set(host::kSessionSection, "TimeOut", std::to_string(static_cast<int>(kTimeOut)));
         set(host::kSessionSection, "MaxWait", std::to_string(maxWait));
         // The printer's own rates, so that an item line needs no "S3" first.
-        const char* rates[] = {"0", "16", "8", "31"};
-        for (int i = 0; i < 4; ++i) set(host::kRatesSection, std::to_string(i), rates[i]);
+        for (int i = 0; const char* rate : {"0", "16", "8", "31"}) {
+            set(host::kRatesSection, std::to_string(i++), rate);
+        }
         printer.Start();
         serial::SetPortDevice(kPort, printer.SlavePath());
         session = std::make_unique<PrinterFiscal>();
@@ -66,7 +66,6 @@ class Bench {
         printer.Stop();
         serial::SetPortDevice(kPort, "");
     }
-
     PrinterFiscal& s() { return *session; }
     int PaperLines() const {
         const std::string paper = printer.PaperText();
@@ -81,13 +80,12 @@ class Bench {
 // What a family gives back: a short summary that the failure cases are checked against,
 // and the full record for "intact" checks against the run without faults.
 struct Result {
+    Result() = default;
+    Result(std::string text) : summary(text), full(std::move(text)) {}
+    Result(std::string s, std::string f) : summary(std::move(s)), full(std::move(f)) {}
     std::string summary;
     std::string full;
 };
-
-double Seconds(std::chrono::milliseconds duration) {
-    return std::chrono::duration<double>(duration).count();
-}
 
 // A record's dump without its date lines, which move with the clock between cells.
 std::string WithoutClock(const std::string& dump) {
@@ -122,8 +120,7 @@ Family AckFamily(std::string name, std::function<void(Bench&)> setup,
     auto run = [call](Bench& b) {
         const int before = b.PaperLines();
         const std::string value = call(b.s());
-        const std::string text = value + "; printed " + std::to_string(b.PaperLines() - before);
-        return Result{text, text};
+        return Result(value + "; printed " + std::to_string(b.PaperLines() - before));
     };
     return {std::move(name), false, std::move(setup), run, std::move(failed), std::move(refused)};
 }
@@ -146,11 +143,10 @@ void TwoClosings(Bench& b) {
     ASSERT_NE(second, nullptr);
     b.lastClosing = second->numeroUltimoZ;
 }
-template <std::integral Number>
-std::string Text(Number value) {
+std::string Text(std::integral auto value) {
+    if constexpr (std::same_as<decltype(value), bool>) return value ? "True" : "False";
     return std::to_string(value);
 }
-std::string Text(bool value) { return value ? "True" : "False"; }
 
 std::vector<Family> Families() {
     using S = PrinterFiscal;
@@ -220,7 +216,7 @@ std::vector<Family> Families() {
          [](Bench& b) {
              std::ostringstream rate;
              rate << b.s().tasa(1);
-             return Result{rate.str(), rate.str()};
+             return Result(rate.str());
          },
          "-1", "raises 9"},
         {"ResumenZ", true, none,
@@ -232,11 +228,7 @@ std::vector<Family> Families() {
          },
          "Z -1 invoice 0", "Z -1 invoice 0"},
         {"numeroUltimaFactura", true, none,
-         [](Bench& b) {
-             const std::string n = Text(b.s().numeroUltimaFactura());
-             return Result{n, n};
-         },
-         "-1", "raises 9"},
+         [](Bench& b) { return Result(Text(b.s().numeroUltimaFactura())); }, "-1", "raises 9"},
         {"reportesZMF", true, TwoClosings,
          [](Bench& b) {
              const auto closures =
@@ -271,6 +263,9 @@ enum class Expect {
     kNotMeaningful,
     kNotRun,
 };
+// Their short names in the printed table, in the same order.
+const char* const kCodes[] = {"ok",     "whole", "resent", "reENQ", "NAKx7", "comm", "status",
+                              "gaveup", "TWICE", "part",   "garbl", "n/a",   "-"};
 
 struct Fault {
     std::string name;
@@ -287,9 +282,6 @@ unsigned CommandReply(const Family& f) { return f.data ? sim::kDataReply : sim::
 // that comes before it.
 unsigned FramedReply(const Family& f) { return f.data ? sim::kDataReply : sim::kStatusReply; }
 unsigned DataReply(const Family&) { return sim::kDataReply; }
-bool Representative(const Family& f) {
-    return f.name == "item line" || f.name == "numeroUltimaFactura";
-}
 
 // Arms the plan's counted fault `field` for one reply of the kind `reply` picks, letting
 // the family's spare data replies pass first; `more` sets the fault's own values.
@@ -346,17 +338,18 @@ std::vector<Fault> Faults() {
          [](F f) { return f.data ? Expect::kStatusFailed : Expect::kGaveUp; }},
         {"hang-up+MW", kMaxWait,
          Once(&sim::FaultPlan::drop, FramedReply, [](sim::FaultPlan& p) { p.hangUpOnDrop = true; }),
-         [](F f) { return Representative(f) ? Expect::kGaveUp : Expect::kNotRun; },
+         [](F f) {
+             const bool run = f.name == "item line" || f.name == "numeroUltimaFactura";
+             return run ? Expect::kGaveUp : Expect::kNotRun;
+         },
          "the same Execute path as \"ENQ mute+MW\""},
     };
 }
 
-// What crossed the line in one cell.
+// What crossed the line in one cell; duplicates are blocks sent again after the printer
+// answered one whole.
 struct Traffic {
-    int blocks = 0;
-    int enqs = 0;
-    int naks = 0;
-    int duplicates = 0;  // blocks sent again after the printer answered one whole
+    int blocks = 0, enqs = 0, naks = 0, duplicates = 0;
 };
 
 bool AnsweredWhole(const sim::TranscriptEntry& reply) {
@@ -388,10 +381,7 @@ Traffic Analyse(const std::vector<sim::TranscriptEntry>& entries) {
 
 struct CellRun {
     Result result;
-    std::int32_t pfError = 0;
-    std::int32_t resultFlag = 0;
-    std::string descripcion;
-    std::size_t lastReplySize = 0;
+    session::ExchangeOutcome outcome;
     Traffic traffic;
     double seconds = 0;
 };
@@ -406,32 +396,21 @@ CellRun RunCell(host::MemorySettingsSource& settings, const Family& family, cons
     try {
         run.result = family.call(bench);
     } catch (const automation::VbError& e) {
-        run.result = {"raises " + Text(e.number()), "raises " + Text(e.number())};
+        run.result = Result("raises " + Text(e.number()));
     }
     run.seconds = std::chrono::duration<double>(SteadyClock::now() - start).count();
-    run.pfError = bench.s().outcome().pfError;
-    run.resultFlag = bench.s().outcome().resultFlag;
-    run.descripcion = bench.s().outcome().DescripcionError;
-    run.lastReplySize = bench.s().outcome().result.size();
+    run.outcome = bench.s().outcome();
     run.traffic = Analyse(bench.printer.transcript().Entries());
     return run;
 }
 
-// The short name of each kind of outcome, in the order of Expect.
-const char* Code(Expect kind) {
-    static const char* const kCodes[] = {"ok",    "whole",  "resent", "reENQ", "NAKx7",
-                                         "comm",  "status", "gaveup", "TWICE", "part",
-                                         "garbl", "n/a",    "-"};
-    return kCodes[static_cast<int>(kind)];
-}
-
-// Checks one cell against its expectation; returns what did not hold.
-std::vector<std::string> Check(const Family& family, const Fault& fault, Expect kind,
-                               const CellRun& run, const CellRun& normal) {
-    std::vector<std::string> wrong;
-    if (kind == Expect::kNotMeaningful || kind == Expect::kNotRun) return wrong;
+// Checks one cell against its expectation; whether it held.
+bool Check(const Family& family, const Fault& fault, Expect kind, const CellRun& run,
+           const CellRun& normal) {
+    bool held = true;
     auto expect = [&](bool holds, const std::string& what) {
-        if (!holds) wrong.push_back(what);
+        if (!holds) ADD_FAILURE() << what;
+        held = held && holds;
     };
     const Traffic& t = run.traffic;
     const Traffic& n = normal.traffic;
@@ -439,11 +418,12 @@ std::vector<std::string> Check(const Family& family, const Fault& fault, Expect 
     const std::string traffic = "blocks " + Text(t.blocks) + ", ENQs " + Text(t.enqs);
     const bool failed = kind == Expect::kCommError || kind == Expect::kStatusFailed ||
                         kind == Expect::kGaveUp || kind == Expect::kPartial;
-    expect(run.pfError == (failed ? session::pfCommError : session::pfOk),
-           "pfError " + Text(run.pfError));
+    const session::ExchangeOutcome& o = run.outcome;
+    expect(o.pfError == (failed ? session::pfCommError : session::pfOk),
+           "pfError " + Text(o.pfError));
     if (failed) {
-        expect(run.descripcion == (kind == Expect::kGaveUp ? kGaveUpText : kCommErrorText),
-               "DescripcionError " + run.descripcion);
+        expect(o.DescripcionError == (kind == Expect::kGaveUp ? kGaveUpText : kCommErrorText),
+               "DescripcionError " + o.DescripcionError);
     }
     double timeOuts = 0;
     switch (kind) {
@@ -460,13 +440,13 @@ std::vector<std::string> Check(const Family& family, const Fault& fault, Expect 
         case Expect::kWhole:
             // The blanks end up in the last field, which some records then read otherwise.
             expect(got == normal.result.summary, "result " + got);
-            expect(run.lastReplySize == kOversize + 2, "collected " + Text(run.lastReplySize));
+            expect(o.result.size() == kOversize + 2, "collected " + Text(o.result.size()));
             expect(t.blocks == n.blocks, traffic);
             break;
         case Expect::kRefused:
             expect(t.naks == 7, "NAKs " + Text(t.naks));
             // Unless a series went on with its next command, the refusal is the last word.
-            if (t.blocks == 7) expect(run.resultFlag == session::NAK, "resultFlag not NAK");
+            if (t.blocks == 7) expect(o.resultFlag == session::NAK, "resultFlag not NAK");
             expect(t.blocks == n.blocks + 6, traffic);
             expect(got == family.refused, "result " + got);
             break;
@@ -501,74 +481,64 @@ std::vector<std::string> Check(const Family& family, const Fault& fault, Expect 
         expect(t.duplicates == 0, "sent again " + Text(t.duplicates));
     }
     // The waits the fault costs, and no more than them plus the family's usual time.
-    const double late = fault.name.starts_with("late") ? Seconds(kLate) : 0;
+    const double late = fault.name.starts_with("late") ? kLate.count() / 1000.0 : 0;
     const double least = timeOuts * kTimeOut + late;
     const double most = least + normal.seconds + fault.slack + kSlack;
     expect(run.seconds >= least - 0.02 && run.seconds <= most,
            "took " + std::to_string(run.seconds) + " s");
-    return wrong;
-}
-
-std::string Cell(const std::string& code, double seconds, bool ok) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%s%s %.2f", ok ? "" : "!", code.c_str(), seconds);
-    return text;
-}
-
-std::string Padded(const std::string& text, std::size_t width) {
-    return text.size() >= width ? text + " " : text + std::string(width - text.size(), ' ');
+    return held;
 }
 
 TEST(FaultMatrix, EveryFamilyUnderEveryFaultOfTheLine) {
     host::ScopedSettingsSource settings;
     // Failed series show their message box; here it is recorded, not shown.
-    auto prompts = std::make_shared<host::RecordingUserPrompts>();
-    auto previousPrompts = host::ReplaceUserPrompts(prompts);
+    auto previousPrompts = host::ReplaceUserPrompts(std::make_shared<host::RecordingUserPrompts>());
     const std::vector<Family> families = Families();
     const std::vector<Fault> faults = Faults();
     const auto matrixStart = SteadyClock::now();
 
-    std::vector<std::vector<std::string>> table;
-    std::vector<std::string> notes;
+    char text[64];
+    std::string table, notes;
     for (const Family& family : families) {
-        std::vector<std::string> row;
+        std::snprintf(text, sizeof text, "%-20s", family.name.c_str());
+        table += text;
         CellRun normal;
         for (const Fault& fault : faults) {
             const Expect kind = fault.expect(family);
-            if (kind == Expect::kNotMeaningful || kind == Expect::kNotRun) {
-                row.push_back(Code(kind));
-                continue;
+            std::string cell = kCodes[static_cast<int>(kind)];
+            if (kind != Expect::kNotMeaningful && kind != Expect::kNotRun) {
+                SCOPED_TRACE(family.name + " / " + fault.name);
+                const CellRun run = RunCell(settings.source(), family, fault);
+                if (fault.name == "none") normal = run;
+                const bool held = Check(family, fault, kind, run, normal);
+                std::snprintf(text, sizeof text, "%s%s %.2f", held ? "" : "!", cell.c_str(),
+                              run.seconds);
+                cell = text;
+                if (kind == Expect::kRefused || kind == Expect::kTwice ||
+                    kind == Expect::kPartial || kind == Expect::kGarbled) {
+                    notes += "  " + family.name + " / " + fault.name + ": " + run.result.summary +
+                             " (without the fault: " + normal.result.summary + ")\n";
+                }
             }
-            SCOPED_TRACE(family.name + " / " + fault.name);
-            const CellRun run = RunCell(settings.source(), family, fault);
-            if (fault.name == "none") normal = run;
-            const std::vector<std::string> wrong = Check(family, fault, kind, run, normal);
-            for (const std::string& what : wrong) ADD_FAILURE() << what;
-            row.push_back(Cell(Code(kind), run.seconds, wrong.empty()));
-            if (kind == Expect::kRefused || kind == Expect::kTwice || kind == Expect::kPartial ||
-                kind == Expect::kGarbled) {
-                notes.push_back(family.name + " / " + fault.name + ": " + run.result.summary +
-                                " (without the fault: " + normal.result.summary + ")");
-            }
+            std::snprintf(text, sizeof text, "%-11s ", cell.c_str());
+            table += text;
         }
-        table.push_back(std::move(row));
+        table += "\n";
     }
     const double total = std::chrono::duration<double>(SteadyClock::now() - matrixStart).count();
     host::ReplaceUserPrompts(previousPrompts);
 
-    constexpr std::size_t kFirst = 20, kWidth = 12;
     std::ostringstream out;
     out << "\nFault matrix (TimeOut " << kTimeOut << " s, MaxWait " << kMaxWait
         << " s where marked MW; outcome and seconds per cell)\n"
-        << Padded("", kFirst);
-    for (const Fault& fault : faults) out << Padded(fault.name, kWidth);
-    out << "\n";
-    for (std::size_t r = 0; r < families.size(); ++r) {
-        out << Padded(families[r].name, kFirst);
-        for (const std::string& cell : table[r]) out << Padded(cell, kWidth);
-        out << "\n";
+        << std::string(20, ' ');
+    for (const Fault& fault : faults) {
+        std::snprintf(text, sizeof text, "%-11s ", fault.name.c_str());
+        out << text;
     }
-    out << "\nA fault hits the reply to the family's command (for reportesZMF its further\n"
+    out << "\n"
+        << table
+        << "\nA fault hits the reply to the family's command (for reportesZMF its further\n"
            "block); frame faults hit the status reply before a lone ACK. MW: MaxWait set.\n"
            "ok intact, whole 5000-byte reply read whole, resent block sent again, reENQ status\n"
            "asked again, NAKx7 refused seven times, comm seven time-outs, status the query's\n"
@@ -578,9 +548,8 @@ TEST(FaultMatrix, EveryFamilyUnderEveryFaultOfTheLine) {
     for (const Fault& fault : faults) {
         if (!fault.why.empty()) out << "  " << fault.name << ": " << fault.why << "\n";
     }
-    out << "Results of the refused and hidden-answer cells:\n";
-    for (const std::string& note : notes) out << "  " << note << "\n";
-    out << "Matrix run: " << total << " s\n";
+    out << "Results of the refused and hidden-answer cells:\n"
+        << notes << "Matrix run: " << total << " s\n";
     std::fputs(out.str().c_str(), stdout);
     // Kept beside the test, for make test to show after ctest, which hides passing output.
     std::ofstream("fault-matrix.txt") << out.str();

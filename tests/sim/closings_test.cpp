@@ -1,8 +1,4 @@
 // The daily closing, the fiscal memory it writes and the closings read back from it.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "sim_fixture.h"
 
@@ -14,11 +10,6 @@ constexpr char kEtb = 23;
 
 class ClosingTest : public PrinterTest {
   protected:
-    void StartWithMemory(const std::string& path) {
-        SimulatorConfig config = StoppedClock();
-        config.printer.memory.SetPath(path);
-        Start(std::move(config));
-    }
     void SellTen() {  // 10,00 at 16 %
         Accept(Cmd("!", "0000001000", "00001000", "A"));
         Accept("101");
@@ -90,56 +81,9 @@ TEST_F(ClosingTest, FiscalMemorySendsOneBlockPerClosingOfTheRange) {
     EXPECT_EQ(Amounts(day2, 9), std::vector<long>(5, 0));
     EXPECT_EQ(Amounts(day2, 23), (std::vector<long>{0, 1250, 200, 0, 0}));
 
-    // Memory starts with the closing the counter held when the printer was switched on.
-    const std::string part = SendCommand(Cmd("U3A", "000001", "000204"));
-    EXPECT_EQ(EndOf(part), kEtx);
-    EXPECT_EQ(FieldsOf(part)[0], "0204");
-    EXPECT_EQ(Amounts(FieldsOf(part), 9), std::vector<long>(5, 0));
     Refuse(Cmd("U3A", "000207", "000300"));
     Refuse(Cmd("U3A", "000206", "000205"));
     Refuse(Cmd("U3A", "205", "206"));
-}
-
-// Closings survive a restart with the same memory file; a closing the file cannot keep is
-// refused, and a damaged file stops the start.
-TEST_F(ClosingTest, FiscalMemoryFileOutlivesTheSimulator) {
-    const std::string path = ::testing::TempDir() + "corvid-sim-memory.txt";
-    std::filesystem::remove_all(path);
-    StartWithMemory(path);
-    SellTen();
-    Accept("I0Z");
-
-    StartWithMemory(path);
-    std::vector<std::string> s1 = S1();
-    EXPECT_EQ(s1[6], "0205");
-    EXPECT_EQ(s1[2], "00001521");
-    std::vector<std::string> z = FieldsOf(SendCommand("U0Z"));
-    ASSERT_EQ(z.size(), 39u);
-    EXPECT_EQ(z[0], "0205");
-    EXPECT_EQ(std::stol(z[11]), 160);
-    SellTen();
-    EXPECT_EQ(S1()[2], "00001522");  // numbering goes on from the closing
-    Accept("I0Z");
-
-    StartWithMemory(path);
-    EXPECT_EQ(S1()[6], "0206");
-    EXPECT_EQ(EndOf(SendCommand(Cmd("U3A", "000205", "000206"))), kEtb);
-    EXPECT_EQ(FieldsOf(Exchange(Bytes({6})))[3], "00001522");
-
-    SellTen();
-    std::filesystem::remove(path);
-    std::filesystem::create_directory(path);  // no longer a file to add to
-    const std::string paper = sim_->PaperText();
-    Refuse("I0Z");
-    EXPECT_EQ(sim_->PaperText(), paper);
-    s1 = S1();
-    EXPECT_EQ(s1[6], "0206");
-    EXPECT_EQ(std::stol(s1[1]), 1160);
-    std::filesystem::remove(path);
-
-    std::ofstream(path) << "Z 205 240517 1030\n";
-    EXPECT_THROW(StartWithMemory(path), std::runtime_error);
-    std::filesystem::remove(path);
 }
 
 }  // namespace

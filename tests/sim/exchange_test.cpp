@@ -1,11 +1,5 @@
-// The printer's answers on the line: status, acceptance, refusal, data and multi-block
-// replies, and what it records of them.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <chrono>
-#include <string>
-#include <vector>
+// The printer's answers on the line: status, acceptance, refusal and data replies, and
+// what it records of them.
 
 #include "sim/builtin_commands.h"
 #include "sim_fixture.h"
@@ -13,7 +7,6 @@
 namespace corvid::sim::testing {
 namespace {
 
-using Direction = TranscriptEntry::Direction;
 using What = TranscriptEntry::What;
 
 TEST_F(SimulatorTest, AnswersStatusBlocksAndBadChecksAndSkipsStrayBytes) {
@@ -78,51 +71,6 @@ TEST_F(SimulatorTest, S1LayoutFollowsTheModel) {
         EXPECT_EQ(fields[c.date], "240517");
         EXPECT_EQ(fields[c.time], c.timeText);
     }
-    EXPECT_EQ(VariantFromSerial("Z1"), Variant::SRP350);
-    EXPECT_EQ(VariantFromSerial(""), Variant::SRP350);
-}
-
-TEST_F(SimulatorTest, MultiBlockReplySendsEachBlockOnlyAfterAck) {
-    std::string first = SendCommand("~B3");
-    EXPECT_EQ(first, Bytes({2, '1', '\n', '3', 23, '1' ^ '\n' ^ '3' ^ 23}));
-    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
-    EXPECT_EQ(FieldsOf(Exchange(Bytes({6}))), (std::vector<std::string>{"2", "3"}));
-    std::string last = Exchange(Bytes({6}));
-    EXPECT_EQ(last, session::BuildCommandBlock("3\n3"));
-    // Nothing is left to send: a further ACK is ignored.
-    line_->Send(Bytes({6}));
-    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
-    EXPECT_EQ(sim_->transcript().Count(Direction::PrinterToHost, What::DataReply), 3u);
-    // A new request abandons the blocks not yet sent.
-    SendCommand("~B3");
-    EXPECT_EQ(Exchange(Bytes({5})).size(), 5u);
-    line_->Send(Bytes({6}));
-    EXPECT_EQ(line_->ReadChunk(kQuiet), "");
-}
-
-TEST_F(SimulatorTest, PacedLineTakesTheWireTimeBothWays) {
-    SimulatorConfig config;
-    config.paced = true;
-    Start(std::move(config));
-    const std::string block = session::BuildCommandBlock("S1");
-    const auto start = std::chrono::steady_clock::now();
-    const std::string reply = Exchange(block);
-    const auto elapsed = std::chrono::steady_clock::now() - start;
-    ASSERT_EQ(FieldsOf(reply).size(), 14u);
-    EXPECT_GE(elapsed, static_cast<long>(block.size() + reply.size()) * kByteTimeAt9600Baud8E1);
-}
-
-TEST(SimulatorLinkTest, LinkPointsAtTerminalWhileRunning) {
-    std::string link = ::testing::TempDir() + "corvid-sim-link";
-    SimulatorConfig config;
-    config.linkPath = link;
-    Simulator sim(config);
-    sim.Start();
-    HostLine line(link);
-    line.Send(Bytes({5}));
-    EXPECT_EQ(line.ReadReply().size(), 5u);
-    sim.Stop();
-    EXPECT_NE(access(link.c_str(), F_OK), 0);
 }
 
 }  // namespace

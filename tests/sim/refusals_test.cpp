@@ -1,6 +1,5 @@
 // Commands that make no sense in the printer's state are refused with NAK, change nothing,
 // and leave STS2 at "fiscal error" until a command is accepted.
-#include <gtest/gtest.h>
 
 #include "sim_fixture.h"
 

@@ -1,5 +1,4 @@
-// The rates and flags of S3, and reprints.
-#include <gtest/gtest.h>
+// The rates and flags of S3.
 
 #include "sim_fixture.h"
 
@@ -21,18 +20,6 @@ TEST_F(PrinterTest, S3ReportsRatesAndFlagsAndFlag21SetsNumberWidths) {
     Accept(Cmd("!", "0000012500", "00001000", "PAN"));
     Accept("101");
     EXPECT_EQ(std::stol(S1()[1]), 1450);
-}
-
-TEST_F(PrinterTest, ReprintsInvoicesByNumberAndDate) {
-    Accept(Cmd("!", "0000001000", "00001000", "PAN"));
-    Accept("101");
-    const std::string original = sim_->PaperText();
-    Accept(Cmd("RF", "0001521", "0001521"));
-    Accept(Cmd("Rf", "0240517", "0240517"));
-    Refuse(Cmd("RF", "0001522", "0001600"));
-    Refuse(Cmd("RF", "0001521", "0001520"));
-    EXPECT_EQ(sim_->PaperText(), original + "             *** COPIA ***\n" + original +
-                                     "             *** COPIA ***\n" + original);
 }
 
 }  // namespace

@@ -43,12 +43,7 @@ class HostLine : public test_support::RawTerminal {
 // The printer's clock stopped at 2024-05-17 10:30:15.
 inline std::tm May17At103015() {
     std::tm t{};
-    t.tm_year = 124;
-    t.tm_mon = 4;
-    t.tm_mday = 17;
-    t.tm_hour = 10;
-    t.tm_min = 30;
-    t.tm_sec = 15;
+    t.tm_year = 124, t.tm_mon = 4, t.tm_mday = 17, t.tm_hour = 10, t.tm_min = 30, t.tm_sec = 15;
     return t;
 }
 
