@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "preview/line_break_offsets.h"
 #include "preview/quick_view_dialogs.h"
 #include "quick_view_fixture.h"
 #include "support/temp_folder.h"
@@ -141,14 +140,6 @@ TEST_F(QuickViewFormTest, SearchIgnoresCaseAndWrapsToTheTop) {
     EXPECT_EQ(Selected(), "caf\xE9");
 }
 
-TEST(LineAtCaretTest, StopsAtControlCharactersAndFindsNothingBetweenTwoOfThem) {
-    EXPECT_EQ(LineAtCaret("ab\r\ncd\r\n", 0).line, "ab");
-    EXPECT_EQ(LineAtCaret("ab\r\ncd\r\n", 5).column, 1);
-    EXPECT_FALSE(LineAtCaret("ab\r\n\r\ncd", 4).found);
-    // The scan to the right stops short of the text's last character.
-    EXPECT_EQ(LineAtCaret("ab\r\ncd", 5).line, "c");
-}
-
 TEST_F(QuickViewFormTest, FontsScreenBetweenFiveAndTwentyThreeAndPrinterFromTheDialog) {
     QuickViewForm& form = ShownForm();
     for (int i = 0; i < 30; ++i) form.GrowFontClicked();
@@ -188,16 +179,6 @@ TEST_F(QuickViewFormTest, EditableOnlyWhenSetAndActivationLoadsOnce) {
     box().SetSelStart(5);
     form.Activate();  // already loaded: the caret stays
     EXPECT_EQ(box().sel_start(), 5);
-}
-
-TEST(LineBreakOffsetsTest, ALineBreakCountsOnceInTheControlAndCaretsRoundTrip) {
-    const std::string text = "ab\r\ncd\r\n\r\ne";
-    EXPECT_EQ(ControlOffset(text, 4), 3);  // before "c"
-    EXPECT_EQ(TextOffset(text, 2), 2);     // before the break, never between CR and LF
-    EXPECT_EQ(TextOffset(text, 99), static_cast<std::int32_t>(text.size()));
-    for (std::int32_t offset : {0, 1, 2, 4, 5, 6, 8, 10, 11}) {
-        EXPECT_EQ(TextOffset(text, ControlOffset(text, offset)), offset) << offset;
-    }
 }
 
 }  // namespace

@@ -109,24 +109,10 @@ IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
     return result.pdispVal;
 }
 
-VARIANT Long(LONG value) {
-    VARIANT v{};
-    v.vt = VT_I4;
-    v.lVal = value;
-    return v;
-}
-
 VARIANT Object(IDispatch* object) {
     VARIANT v{};
     v.vt = VT_DISPATCH;
     v.pdispVal = object;
-    return v;
-}
-
-VARIANT Bstr(const wchar_t* text) {
-    VARIANT v{};
-    v.vt = VT_BSTR;
-    v.bstrVal = SysAllocString(text);
     return v;
 }
 

@@ -46,10 +46,7 @@ std::string Call(IDispatch* object, const std::string& member, std::vector<VARIA
 IDispatch* ObjectFrom(IDispatch* object, const std::string& member,
                       std::vector<VARIANT> arguments = {});
 
-VARIANT Long(LONG value);
 VARIANT Object(IDispatch* object);
-// A String argument, which the caller frees with VariantClear.
-VARIANT Bstr(const wchar_t* text);
 
 // ORV.ini in the current folder, where a session reads its settings when it is made.
 class SettingsFile {
