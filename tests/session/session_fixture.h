@@ -50,7 +50,6 @@ class ScriptedLine : public SerialLine {
 
     std::vector<std::string> writes;
     std::vector<std::pair<std::int16_t, std::int16_t>> lineChanges;
-    std::int32_t openResult = 0;
     std::int16_t openedPort = 0;
     std::vector<std::int16_t> closedPorts;
     int waits = 0;
@@ -70,7 +69,7 @@ class ScriptedLine : public SerialLine {
 
     std::int32_t Open(std::int16_t port, const std::string&, const std::string&) override {
         openedPort = port;
-        return openResult;
+        return 0;
     }
     std::int32_t Close(std::int16_t port) override {
         closedPorts.push_back(port);

@@ -18,7 +18,6 @@ class FakeClock : public Clock {
     Date Now() override { return CombineDateTime(Date{day_}, Date{seconds_ / 86400.0}); }
     // Advances the time.
     void SleepMilliseconds(int milliseconds) override {
-        ++sleep_calls_;
         slept_milliseconds_ += milliseconds;
         Advance(milliseconds / 1000.0);
     }
@@ -38,13 +37,11 @@ class FakeClock : public Clock {
             day_ += 1;
         }
     }
-    int sleep_calls() const { return sleep_calls_; }
     long long slept_milliseconds() const { return slept_milliseconds_; }
 
   private:
     double day_;
     double seconds_;
-    int sleep_calls_ = 0;
     long long slept_milliseconds_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "host/settings_store.h"
 
@@ -16,20 +17,33 @@ class MemorySettingsSource : public SettingsSource {
   public:
     // A value of the file ".\<application>.ini" (the file the readers look in).
     void SetIniValue(const std::string& application, const std::string& section,
-                     const std::string& key, const std::string& value);
+                     const std::string& key, const std::string& value) {
+        ini_[MakeKey(".\\" + application + ".ini", section, key)] = value;
+    }
     // A value of the per-user store.
     void SetUserValue(const std::string& application, const std::string& section,
-                      const std::string& key, const std::string& value);
-    void Clear();
+                      const std::string& key, const std::string& value) {
+        user_[MakeKey(application, section, key)] = value;
+    }
+    void Clear() { ini_.clear(), user_.clear(); }
 
     std::string ReadIniFile(const std::string& file, const std::string& section,
-                            const std::string& key) override;
+                            const std::string& key) override {
+        return Find(ini_, MakeKey(file, section, key), "");
+    }
     std::string ReadUserSetting(const std::string& application, const std::string& section,
-                                const std::string& key, const std::string& fallback) override;
+                                const std::string& key, const std::string& fallback) override {
+        return Find(user_, MakeKey(application, section, key), fallback);
+    }
 
   private:
     using Key = std::tuple<std::string, std::string, std::string>;
     static Key MakeKey(const std::string& a, const std::string& b, const std::string& c);
+    static std::string Find(const std::map<Key, std::string>& values, const Key& key,
+                            const std::string& fallback) {
+        const auto found = values.find(key);
+        return found == values.end() ? fallback : found->second;
+    }
 
     std::map<Key, std::string> ini_;   // (file, section, key)
     std::map<Key, std::string> user_;  // (application, section, key)
@@ -38,8 +52,9 @@ class MemorySettingsSource : public SettingsSource {
 class ScopedSettingsSource {
   public:
     explicit ScopedSettingsSource(
-        std::shared_ptr<MemorySettingsSource> source = std::make_shared<MemorySettingsSource>());
-    ~ScopedSettingsSource();
+        std::shared_ptr<MemorySettingsSource> source = std::make_shared<MemorySettingsSource>())
+        : source_(std::move(source)), previous_(ReplaceSettingsSource(source_)) {}
+    ~ScopedSettingsSource() { ReplaceSettingsSource(std::move(previous_)); }
     ScopedSettingsSource(const ScopedSettingsSource&) = delete;
     ScopedSettingsSource& operator=(const ScopedSettingsSource&) = delete;
 

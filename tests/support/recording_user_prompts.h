@@ -22,16 +22,34 @@ struct RecordedPrompt {
 class RecordingUserPrompts : public UserPrompts {
   public:
     PromptAnswer MessageBox(const std::string& text, PromptButtons buttons, PromptIcon icon,
-                            const std::string& title) override;
+                            const std::string& title) override {
+        prompts_.push_back({text, title, buttons, icon, false});
+        if (answers_.empty()) {
+            return buttons == PromptButtons::kOk ? PromptAnswer::kOk : PromptAnswer::kYes;
+        }
+        const PromptAnswer answer = answers_.front();
+        answers_.pop_front();
+        return answer;
+    }
     std::string InputBox(const std::string& prompt, const std::string& title,
-                         const std::string& default_text) override;
+                         const std::string& default_text) override {
+        prompts_.push_back({prompt, title, PromptButtons::kOk, PromptIcon::kNone, true});
+        if (inputs_.empty()) return default_text;
+        std::string answer = inputs_.front();
+        inputs_.pop_front();
+        return answer;
+    }
 
     void QueueAnswer(PromptAnswer answer) { answers_.push_back(answer); }
     void QueueInput(const std::string& text) { inputs_.push_back(text); }
 
     const std::vector<RecordedPrompt>& prompts() const { return prompts_; }
     // The texts of the message boxes and input boxes, in order.
-    std::vector<std::string> texts() const;
+    std::vector<std::string> texts() const {
+        std::vector<std::string> texts;
+        for (const RecordedPrompt& prompt : prompts_) texts.push_back(prompt.text);
+        return texts;
+    }
 
   private:
     std::vector<RecordedPrompt> prompts_;

@@ -1,14 +1,11 @@
-// The tool against a printer that never answers: only the deadline or Ctrl-C ends the run,
-// and each ends the whole process, so these run as death tests.
+// The tool against a printer that never answers: only the deadline ends the run, and it
+// ends the whole process, so this runs as a death test.
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <sstream>
-#include <thread>
 
-#include "corvid/abrupt_exit.h"
 #include "corvid/command_line.h"
 #include "corvid/tool_run.h"
 #include "sim/simulator.h"
@@ -49,21 +46,6 @@ TEST_F(SilentPrinter, TheDeadlineEndsTheRunAndSaysSo) {
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
     EXPECT_GE(seconds, 1.5);
     EXPECT_LT(seconds, 10);
-}
-
-TEST_F(SilentPrinter, CtrlCEndsTheRunAtOnce) {
-    const auto start = Clock::now();
-    EXPECT_EXIT(
-        {
-            ExitAtOnceOnInterrupt();
-            std::thread([] {
-                std::this_thread::sleep_for(std::chrono::milliseconds(500));
-                ::kill(::getpid(), SIGINT);
-            }).detach();
-            SendAndHang("60");
-        },
-        ::testing::ExitedWithCode(kExitInterrupted), "interrupted; the port is closed");
-    EXPECT_LT(std::chrono::duration<double>(Clock::now() - start).count(), 10);
 }
 
 }  // namespace

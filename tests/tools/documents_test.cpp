@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <sstream>
 
 #include "automation/dates.h"
@@ -14,7 +13,6 @@ namespace corvid::tool {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::Not;
 
 // Writes down every call; refuses the call numbered `refuse` (from 1) as the session
 // reports a NAK: with pfPrinterError, or with pfOk and resultFlag NAK alone.
@@ -60,15 +58,13 @@ class RecordingPrinter : public DocumentPrinter {
     std::string explainSTS2() const override { return "STS2 words"; }
 
   private:
-    static std::string Text(const std::string& text) { return text; }
-    static std::string Text(automation::Currency amount) { return std::to_string(amount.scaled()); }
-    static std::string Text(double value) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%g", value);
-        return text;
+    template <class T>
+    static std::string Text(const T& value) {
+        std::ostringstream text;
+        text << std::boolalpha << value;
+        return text.str();
     }
-    static std::string Text(int value) { return std::to_string(value); }
-    static std::string Text(bool value) { return value ? "true" : "false"; }
+    static std::string Text(automation::Currency amount) { return std::to_string(amount.scaled()); }
     static std::string Text(automation::Date date) {
         const automation::DateParts d = automation::SplitDate(date);
         return std::to_string(d.day) + "/" + std::to_string(d.month) + "/" + std::to_string(d.year);
@@ -112,10 +108,6 @@ TEST(DocumentSteps, EachDocumentBecomesTheSessionCallsInOrder) {
           "PasarItem(Caf\xE9 \x80|125000|2|16)", "PasarItem(Pan|1000|0.5|0)", "SubTotal()",
           "PasarDescuento(10)", "PasarMontoDescuento(12500)", "CerrarConMedio(1|12345678900)",
           "CerrarConMedio(3|75000)"}},
-        {"bare sale",
-         SaleSteps(ParseSale(R"({"items": [{"description": "A", "price": 1,
-            "quantity": 1, "rate": 8}], "payments": [{"means": 2, "amount": 1.08}]})")),
-         {"PasarItem(A|10000|1|8)", "SubTotal()", "CerrarConMedio(2|10800)"}},
         {"credit note",
          CreditNoteSteps(ParseCreditNote(R"({
             "customer": {"name": "Ana", "rif": "V-1", "address": ["A", "B"]},
@@ -155,15 +147,6 @@ TEST(DocumentSteps, TheFirstRefusalStopsTheDocumentWithThePrintersWords) {
         EXPECT_THAT(out.str(), HasSubstr("STS1 words; STS2 words"));
         EXPECT_THAT(out.str(), HasSubstr("step 3 of 8"));
     }
-    // A printer that did not answer is not quoted as having sent status bytes.
-    RecordingPrinter printer;
-    std::ostringstream out;
-    const Steps silent = {{"one step", [&printer](DocumentPrinter&) {
-                               printer.last.pfError = session::pfCommError;
-                           }}};
-    EXPECT_FALSE(RunSteps(printer, silent, out));
-    EXPECT_THAT(out.str(), HasSubstr("nothing was read"));
-    EXPECT_THAT(out.str(), Not(HasSubstr("STS1 words")));
 }
 
 TEST(DocumentFiles, AMistakeIsNamedWithItsPlace) {
@@ -178,38 +161,20 @@ TEST(DocumentFiles, AMistakeIsNamedWithItsPlace) {
     };
     const Row rows[] = {
         {false, R"({"items": [)", "not valid JSON: parse error at line 1, column 12"},
-        {false, "[]", "expected an object, found an array"},
         {false, "{" + pay + "}", "items: missing"},
-        {false, R"({"items": [], )" + pay + "}", "items: expected at least one entry"},
-        {false,
-         sale + R"({"description": "B", "price": "3", "quantity": 1, "rate": 16}], )" + pay + "}",
-         "items[1].price: expected a number, found a string"},
         {false,
          sale + R"({"description": "B", "prize": 3, "quantity": 1, "rate": 16}], )" + pay + "}",
          "items[1].prize: unknown field (expected description, price, quantity, rate)"},
         {false,
          sale + R"({"description": "B", "price": 3, "quantity": 0, "rate": 16}], )" + pay + "}",
          "items[1].quantity: expected a number above 0"},
-        {false, sale + R"({"description": "B", "price": 3, "quantity": 1}], )" + pay + "}",
-         "items[1].rate: missing"},
         {false, sale + item + "], " + pay + R"(, "discounts": [{"percent": 5, "amount": 2}]})",
          "discounts[0]: give either percent or amount"},
-        {false, sale + item + "], " + pay + R"(, "customer": {"name": "X", "rif": "Y",
-            "address": "Z"}})",
-         "customer.address: expected an array, found a string"},
-        {false, sale + item + R"(], "payments": [{"means": 100, "amount": 1}]})",
-         "payments[0].means: expected a means number from 1 to 99"},
-        {false, sale + item + R"(], "payments": [{"means": 1.5, "amount": 1}]})",
-         "payments[0].means: expected a means number from 1 to 99"},
-        {false, sale + item + R"(], "payments": [{"means": 1, "amount": 1e30}]})",
-         "payments[0].amount: amount out of range"},
         {true, note + R"("x": 1})",
          "x: unknown field (expected customer, invoice, items, payments)"},
         {true, R"({"items": [)" + item + "]}", "customer: missing"},
         {true, note + R"("invoice": {"number": "1", "serial": "Z", "date": "31-04-2024"}})",
          "invoice.date: expected a date written dd-mm-yyyy, found \"31-04-2024\""},
-        {true, note + R"("invoice": {"number": "1", "serial": "Z", "date": "2024-04-30"}})",
-         "invoice.date: expected a date written dd-mm-yyyy, found \"2024-04-30\""},
     };
     for (const Row& row : rows) {
         std::string error = "(accepted)";
