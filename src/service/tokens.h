@@ -1,0 +1,14 @@
+// Tokens that callers of the service present as "Authorization: Bearer TOKEN". A new
+// token is 32 random bytes in hexadecimal; only its SHA-256 (hexadecimal) is kept.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvid::service {
+
+// From the system's cryptographic random source.
+std::string NewToken();
+std::string TokenHash(std::string_view token);
+
+}  // namespace corvid::service
