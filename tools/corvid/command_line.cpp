@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "corvid/date_text.h"
 #include "corvid/port_device.h"
+#include "jobs/date_text.h"
 
 namespace corvid::tool {
 
@@ -176,13 +176,13 @@ void TakeCommandWords(Arguments& a) {
             inv.reportKind = a.reportKind == "z" || a.reportKind == "Z" ? 'Z' : 'X';
             break;
         case Command::kSetDate:
-            if (!a.dateOrTime.empty() && !(inv.when = ParseDayMonthYear(a.dateOrTime))) {
+            if (!a.dateOrTime.empty() && !(inv.when = jobs::ParseDayMonthYear(a.dateOrTime))) {
                 throw Mistake{"set-date: expected a date written dd-mm-yyyy, found '" +
                               a.dateOrTime + "'"};
             }
             break;
         case Command::kSetTime:
-            if (!a.dateOrTime.empty() && !(inv.when = ParseTimeOfDay(a.dateOrTime))) {
+            if (!a.dateOrTime.empty() && !(inv.when = jobs::ParseTimeOfDay(a.dateOrTime))) {
                 throw Mistake{"set-time: expected a time written hh:mm:ss, found '" + a.dateOrTime +
                               "'"};
             }

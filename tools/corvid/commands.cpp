@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "corvid/command_line.h"
-#include "corvid/step_runner.h"
+#include "jobs/step_runner.h"
 #include "session/framing.h"
 #include "session/printer_fiscal.h"
 #include "text/windows_1252.h"
@@ -13,10 +13,13 @@ namespace corvid::tool {
 namespace {
 
 void ShowFailure(const session::PrinterFiscal& printer, std::ostream& out) {
-    ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ", out);
+    jobs::ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ",
+                         out);
 }
 
-bool PrinterAccepted(const session::PrinterFiscal& printer) { return Accepted(printer.outcome()); }
+bool PrinterAccepted(const session::PrinterFiscal& printer) {
+    return jobs::Accepted(printer.outcome());
+}
 
 // A failed reply comes back as the single field "pfError": a marker, not the printer's.
 bool IsFailureMarker(const session::Fields& fields) {

@@ -5,12 +5,11 @@
 #include <vector>
 
 #include "corvid/command_line.h"
-#include "corvid/document_files.h"
 #include "corvid/embedded_samples.h"
 #include "corvid/session_document_printer.h"
 #include "corvid/simulated_printer.h"
 #include "corvid/status_commands.h"
-#include "corvid/step_runner.h"
+#include "jobs/step_runner.h"
 #include "session/printer_fiscal.h"
 
 namespace corvid::tool {
@@ -53,10 +52,10 @@ class PaperView {
     std::size_t seen_ = 0;
 };
 
-bool RunDocument(const char* title, const Steps& steps, DocumentPrinter& printer, PaperView& paper,
-                 std::ostream& out) {
+bool RunDocument(const char* title, const jobs::Steps& steps, jobs::DocumentPrinter& printer,
+                 PaperView& paper, std::ostream& out) {
     out << "\n== " << title << "\n";
-    const bool accepted = RunSteps(printer, steps, out);
+    const bool accepted = jobs::RunSteps(printer, steps, out);
     out << "\n   What the printer printed:\n";
     paper.ShowNew(out);
     return accepted;
@@ -68,12 +67,12 @@ int RunDemo(session::PrinterFiscal& printer, const SimulatedPrinter& simulator, 
     SessionDocumentPrinter documents(printer);
     PaperView paper(simulator);
     bool accepted = true;
-    accepted &= RunDocument("A sale (samples/sale.json)", SaleSteps(ParseSale(kSampleSale)),
+    accepted &= RunDocument("A sale (samples/sale.json)",
+                            jobs::SaleSteps(jobs::ParseSale(kSampleSale)), documents, paper, out);
+    accepted &= RunDocument("A credit note (samples/credit_note.json)",
+                            jobs::CreditNoteSteps(jobs::ParseCreditNote(kSampleCreditNote)),
                             documents, paper, out);
-    accepted &=
-        RunDocument("A credit note (samples/credit_note.json)",
-                    CreditNoteSteps(ParseCreditNote(kSampleCreditNote)), documents, paper, out);
-    accepted &= RunDocument("The X report", {ReportStep('X')}, documents, paper, out);
+    accepted &= RunDocument("The X report", {jobs::ReportStep('X')}, documents, paper, out);
     out << "\n== The Z report (the daily closure) and the summary the printer keeps of it\n";
     accepted &= CloseDay(printer, Output::kText, out) == kExitAccepted;
     out << "\n   What the printer printed:\n";

@@ -1,7 +1,7 @@
 #include "corvid/session_document_printer.h"
 
-#include "corvid/step_runner.h"
 #include "documents/customer_data.h"
+#include "jobs/step_runner.h"
 #include "session/printer_fiscal.h"
 
 namespace corvid::tool {
@@ -17,7 +17,7 @@ namespace corvid::tool {
 void SessionDocumentPrinter::SendUntilRefused(const std::vector<std::string>& commands) {
     for (const std::string& command : commands) {
         printer_.Execute(command);
-        if (!Accepted(printer_.outcome())) return;
+        if (!jobs::Accepted(printer_.outcome())) return;
     }
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "corvid/document_printer.h"
+#include "jobs/document_printer.h"
 
 namespace corvid::session {
 class PrinterFiscal;
@@ -12,7 +12,7 @@ class PrinterFiscal;
 
 namespace corvid::tool {
 
-class SessionDocumentPrinter : public DocumentPrinter {
+class SessionDocumentPrinter : public jobs::DocumentPrinter {
   public:
     explicit SessionDocumentPrinter(session::PrinterFiscal& printer) : printer_(printer) {}
 

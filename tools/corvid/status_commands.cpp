@@ -7,7 +7,7 @@
 #include "automation/vb_error.h"
 #include "corvid/command_line.h"
 #include "corvid/record_views.h"
-#include "corvid/step_runner.h"
+#include "jobs/step_runner.h"
 #include "session/printer_fiscal.h"
 #include "text/windows_1252.h"
 
@@ -32,7 +32,7 @@ const char* ModelName(std::int32_t model) {
 // The records never raise for a failed exchange: they come back as substitutes, and the
 // outcome says whether the printer answered.
 bool Answered(const session::PrinterFiscal& printer) {
-    return Accepted(printer.outcome()) && printer.outcome().pfError == 0;
+    return jobs::Accepted(printer.outcome()) && printer.outcome().pfError == 0;
 }
 
 int Failure(const session::PrinterFiscal& printer, const char* what, Output output,
@@ -47,7 +47,8 @@ int Failure(const session::PrinterFiscal& printer, const char* what, Output outp
             << "\n";
     } else {
         out << what << ":\n";
-        ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ", out);
+        jobs::ExplainFailure(printer.outcome(), printer.explainSTS1(), printer.explainSTS2(), "  ",
+                             out);
     }
     return kExitFailed;
 }

@@ -13,15 +13,15 @@
 #include "corvid/commands.h"
 #include "corvid/control_tags.h"
 #include "corvid/demo.h"
-#include "corvid/document_files.h"
+#include "corvid/document_file.h"
 #include "corvid/printer_target.h"
 #include "corvid/report_output.h"
 #include "corvid/session_document_printer.h"
 #include "corvid/status_commands.h"
-#include "corvid/step_runner.h"
 #include "corvid/test_mode_settings.h"
 #include "corvid/tool_prompts.h"
 #include "corvid/watchdog.h"
+#include "jobs/step_runner.h"
 #include "session/printer_fiscal.h"
 #include "session/process_state.h"
 #include "text/windows_1252.h"
@@ -30,13 +30,14 @@ namespace corvid::tool {
 
 namespace {
 
-using Document = std::variant<std::monostate, Sale, CreditNote>;
+using Document = std::variant<std::monostate, jobs::Sale, jobs::CreditNote>;
 
 // Sale and credit-note files are read before anything is opened: a mistake in the file
 // sends nothing.
 Document LoadDocument(const Invocation& inv) {
-    if (inv.command == Command::kSale) return ParseSale(ReadDocumentFile(inv.words[0]));
-    if (inv.command == Command::kCreditNote) return ParseCreditNote(ReadDocumentFile(inv.words[0]));
+    if (inv.command == Command::kSale) return jobs::ParseSale(ReadDocumentFile(inv.words[0]));
+    if (inv.command == Command::kCreditNote)
+        return jobs::ParseCreditNote(ReadDocumentFile(inv.words[0]));
     return {};
 }
 
@@ -64,28 +65,29 @@ class SessionOutput {
     int sink_ = 0;
 };
 
-Steps StepsOf(const Invocation& inv, const Document& document) {
+jobs::Steps StepsOf(const Invocation& inv, const Document& document) {
     switch (inv.command) {
         case Command::kSale:
-            return SaleSteps(std::get<Sale>(document));
+            return jobs::SaleSteps(std::get<jobs::Sale>(document));
         case Command::kCreditNote:
-            return CreditNoteSteps(std::get<CreditNote>(document));
+            return jobs::CreditNoteSteps(std::get<jobs::CreditNote>(document));
         case Command::kNonFiscal: {
             std::vector<std::string> lines;
             for (const std::string& word : inv.words)
                 lines.push_back(text::Windows1252FromUtf8(word));
-            return NonFiscalSteps(lines);
+            return jobs::NonFiscalSteps(lines);
         }
         case Command::kReport:
-            return {ReportStep(inv.reportKind)};
+            return {jobs::ReportStep(inv.reportKind)};
         case Command::kHeader:
-            return {HeaderStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
+            return {jobs::HeaderStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
         case Command::kFooter:
-            return {FooterStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
+            return {jobs::FooterStep(inv.line, text::Windows1252FromUtf8(inv.words[0]))};
         case Command::kSetDate:
-            return {SetDateStep(inv.when ? *inv.when : automation::DateOnly(automation::Now()))};
+            return {
+                jobs::SetDateStep(inv.when ? *inv.when : automation::DateOnly(automation::Now()))};
         case Command::kSetTime:
-            return {SetTimeStep(inv.when ? *inv.when : automation::Now())};
+            return {jobs::SetTimeStep(inv.when ? *inv.when : automation::Now())};
         default:
             return {};
     }
@@ -96,7 +98,7 @@ Steps StepsOf(const Invocation& inv, const Document& document) {
 bool FiscalDocumentLeftOpen(session::PrinterFiscal& printer, std::ostream& out) {
     printer.GetStatus();
     // The low bits of STS1: 1 while a fiscal document is open, 2 a non-fiscal one.
-    if (!Accepted(printer.outcome()) || (printer.outcome().STS1 & 0x03) != 1) return false;
+    if (!jobs::Accepted(printer.outcome()) || (printer.outcome().STS1 & 0x03) != 1) return false;
     out << "The document is still open (" << text::Utf8FromWindows1252(printer.explainSTS1())
         << "): the payments do not cover its total. Pay the rest, or cancel it with: "
            "corvid send 7\n";
@@ -129,8 +131,8 @@ int RunOnPrinter(session::PrinterFiscal& printer, const PrinterTarget& target,
     }
     {
         SessionDocumentPrinter documents(printer);
-        const Steps steps = StepsOf(inv, document);
-        if (!RunSteps(documents, steps, out)) return kExitFailed;
+        const jobs::Steps steps = StepsOf(inv, document);
+        if (!jobs::RunSteps(documents, steps, out)) return kExitFailed;
         out << "Accepted: " << steps.size() << (steps.size() == 1 ? " step" : " steps") << ".\n";
         const bool fiscal = inv.command == Command::kSale || inv.command == Command::kCreditNote;
         return fiscal && FiscalDocumentLeftOpen(printer, out) ? kExitFailed : kExitAccepted;
@@ -186,7 +188,7 @@ int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std:
     Document document;
     try {
         document = LoadDocument(inv);
-    } catch (const DocumentFileError& e) {
+    } catch (const jobs::DocumentError& e) {
         err << "corvid: " << inv.words[0] << ": " << e.what() << "\n";
         return kExitUsage;
     }

@@ -9,7 +9,7 @@
 #include "automation/variant.h"
 #include "session/exchange_outcome.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 class DocumentPrinter {
   public:
@@ -43,4 +43,4 @@ class DocumentPrinter {
     virtual std::string explainSTS2() const = 0;
 };
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

@@ -1,15 +1,16 @@
 // Sale and credit-note files, and the session calls each document becomes.
+#include "jobs/documents.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 #include "automation/dates.h"
-#include "corvid/document_files.h"
-#include "corvid/document_steps.h"
-#include "corvid/step_runner.h"
+#include "jobs/step_runner.h"
+#include "jobs/steps.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 namespace {
 
 using ::testing::HasSubstr;
@@ -180,7 +181,7 @@ TEST(DocumentFiles, AMistakeIsNamedWithItsPlace) {
         std::string error = "(accepted)";
         try {
             row.creditNote ? (void)ParseCreditNote(row.json) : (void)ParseSale(row.json);
-        } catch (const DocumentFileError& e) {
+        } catch (const DocumentError& e) {
             error = e.what();
         }
         EXPECT_THAT(error, ::testing::StartsWith(row.message)) << row.json;
@@ -188,4 +189,4 @@ TEST(DocumentFiles, AMistakeIsNamedWithItsPlace) {
 }
 
 }  // namespace
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

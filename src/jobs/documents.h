@@ -1,4 +1,5 @@
-// Sale and credit-note files: JSON documents the tool turns into the session's calls.
+// Sales and credit notes: the JSON documents programs send (in a file to the tool, in a job
+// to the service), turned into the session's calls.
 //
 //   sale:        { "customer": {...} (optional), "items": [...], "discounts": [...]
 //                  (optional), "payments": [...] }
@@ -9,11 +10,12 @@
 //   discount:    { "percent" } or { "amount" }, applied to the subtotal
 //   payment:     { "means" (1-99), "amount" }
 //
-// A malformed file is refused as a whole, naming the place ("items[1].price: expected a
+// A malformed document is refused as a whole, naming the place ("items[1].price: expected a
 // number, found a string"), before anything is sent to the printer. Texts are converted
 // from UTF-8 to the printer's code page here.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -23,7 +25,7 @@
 #include "automation/currency.h"
 #include "automation/variant.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 struct Customer {
     std::string name;
@@ -70,15 +72,17 @@ struct CreditNote {
     std::vector<Payment> payments;
 };
 
-class DocumentFileError : public std::runtime_error {
+class DocumentError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// The whole file; DocumentFileError saying why when it cannot be read.
-std::string ReadDocumentFile(const std::string& path);
-// Throw DocumentFileError saying what is wrong and where.
+// Throw DocumentError saying what is wrong and where.
 Sale ParseSale(std::string_view json);
 CreditNote ParseCreditNote(std::string_view json);
+// The same for a document already parsed, found at `where` ("document" in a job): places
+// are named from there ("document.items[1].price").
+Sale SaleFromJson(const nlohmann::json& document, const std::string& where);
+CreditNote CreditNoteFromJson(const nlohmann::json& document, const std::string& where);
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

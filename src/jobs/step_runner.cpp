@@ -1,11 +1,11 @@
-#include "corvid/step_runner.h"
+#include "jobs/step_runner.h"
 
 #include <ostream>
 
 #include "session/control_values.h"
 #include "text/windows_1252.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 bool Accepted(const session::ExchangeOutcome& outcome) {
     return outcome.pfError == session::pfOk && outcome.resultFlag != session::NAK;
@@ -55,4 +55,4 @@ bool RunSteps(DocumentPrinter& printer, const Steps& steps, std::ostream& out) {
     return true;
 }
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

@@ -1,11 +1,11 @@
-#include "corvid/date_text.h"
+#include "jobs/date_text.h"
 
 #include <array>
 #include <cctype>
 
 #include "automation/dates.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::optional<automation::Date> ParseTimeOfDay(std::string_view text) {
     return automation::TimeSerial(hour, minute, second);
 }
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

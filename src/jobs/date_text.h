@@ -7,7 +7,7 @@
 
 #include "automation/variant.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 // Empty unless the text is exactly dd-mm-yyyy and names a day of the calendar.
 std::optional<automation::Date> ParseDayMonthYear(std::string_view text);
@@ -15,4 +15,4 @@ std::optional<automation::Date> ParseDayMonthYear(std::string_view text);
 // The result is a time of day (day 0).
 std::optional<automation::Date> ParseTimeOfDay(std::string_view text);
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs

@@ -4,9 +4,9 @@
 
 #include <iosfwd>
 
-#include "corvid/document_steps.h"
+#include "jobs/steps.h"
 
-namespace corvid::tool {
+namespace corvid::jobs {
 
 // True when the printer accepted every step.
 bool RunSteps(DocumentPrinter& printer, const Steps& steps, std::ostream& out);
@@ -20,4 +20,4 @@ bool Accepted(const session::ExchangeOutcome& outcome);
 void ExplainFailure(const session::ExchangeOutcome& outcome, const std::string& sts1,
                     const std::string& sts2, const char* indent, std::ostream& out);
 
-}  // namespace corvid::tool
+}  // namespace corvid::jobs
