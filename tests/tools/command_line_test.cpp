@@ -27,6 +27,30 @@ TEST(CommandLine, MistakesSayWhichWordIsWrong) {
         {{"send"}, "send: COMMAND is required"},
         {{"set-date", "2024-03-15"}, "set-date: expected a date written dd-mm-yyyy"},
         {{"memory", "12", "5"}, "memory: FROM comes after TO"},
+        {{"serve", "--listen", "127.0.0.1"}, "--listen 127.0.0.1: expected ADDRESS:PORT"},
+        {{"serve", "--listen", "127.0.0.1:70000"}, "--listen 127.0.0.1:70000: expected"},
+        {{"serve", "--printer", "front"}, "--printer front: expected NAME=PORT"},
+        {{"serve", "--printer", "a b=COM1"}, "--printer a b=COM1: a printer's name is"},
+        {{"serve", "--printer", "a=COM0"}, "--printer a=COM0: port numbers run from 1 to 99"},
+        {{"serve", "--printer", "a=COM1", "--printer", "a=COM2"}, "--printer a=COM2: the name a"},
+        {{"serve", "--allow-origin", "http://shop/"}, "--allow-origin http://shop/: expected"},
+        {{"serve", "--on-open-document", "later"}, "--on-open-document: later not in"},
+        {{"--port", "COM1", "serve"}, "the service names its printers with serve --printer"},
+        {{"token", "add"}, "token: NAME is required"},
+        {{"jobs"}, "jobs lists a print service's journal: give --service"},
+        {{"sale", "s.json", "--token", "t"}, "--token needs --service"},
+        {{"sale", "s.json", "--service", "http://h:1"}, "--service needs --token"},
+        {{"sale", "s.json", "--service", "https://h:1", "--token", "t"},
+         "--service https://h:1: expected http://HOST:PORT"},
+        {{"status", "--service", "http://h:1", "--token", "t"}, "--service applies to sale,"},
+        {{"report", "x", "--service", "http://h:1", "--token", "t", "--port", "COM1"},
+         "--service sends to a print service: leave --port"},
+        {{"report", "x", "--service", "http://h:1", "--token", "t", "--key", std::string(129, 'k')},
+         "--key " + std::string(129, 'k') + ": expected 1 to 128"},
+        {{"jobs", "--service", "http://h:1", "--token", "t", "--state", "lost"},
+         "--state lost: expected queued,"},
+        {{"jobs", "--service", "http://h:1", "--token", "t", "--since", "yesterday"},
+         "--since yesterday: expected an ISO 8601"},
     };
     for (const Case& c : cases) {
         const ParsedCommandLine parsed = ParseCommandLine(c.args);
@@ -67,6 +91,47 @@ TEST(CommandLine, ArgumentsOfTheDocumentCommands) {
     EXPECT_EQ(memory.from, 5);
     EXPECT_EQ(memory.to, 12);
     EXPECT_TRUE(memory.json);
+}
+
+TEST(CommandLine, ThePrintServiceCommands) {
+    const ParsedCommandLine serve = ParseCommandLine(
+        {"serve", "--printer", "front=COM3", "--printer", "back=7", "--listen", "[::1]:9000",
+         "--data", "state", "--allow-origin", "http://localhost:3000", "--allow-origin",
+         "https://pos.example", "--on-open-document", "cancel"});
+    ASSERT_TRUE(serve.invocation) << serve.error;
+    const ServeOptions& options = serve.invocation->serve;
+    ASSERT_EQ(options.printers.size(), 2u);
+    EXPECT_EQ(options.printers[1].name, "back");
+    EXPECT_EQ(options.printers[1].port.number, 7);
+    EXPECT_EQ(options.listenAddress, "::1");
+    EXPECT_EQ(options.listenPort, 9000);
+    EXPECT_EQ(options.dataFolder, "state");
+    EXPECT_EQ(options.allowedOrigins.size(), 2u);
+    EXPECT_EQ(options.onOpenDocument, OpenDocumentPolicy::kCancel);
+    const ServeOptions defaults = ParseCommandLine({"serve"}).invocation->serve;
+    EXPECT_EQ(defaults.listenAddress + ":" + std::to_string(defaults.listenPort), "127.0.0.1:8720");
+    EXPECT_EQ(defaults.onOpenDocument, OpenDocumentPolicy::kComplete);
+
+    const Invocation token =
+        *ParseCommandLine({"token", "remove", "till-2", "--data", "d"}).invocation;
+    EXPECT_EQ(token.command, Command::kTokenRemove);
+    EXPECT_EQ(token.tokenName, "till-2");
+    EXPECT_EQ(token.serve.dataFolder, "d");
+
+    const Invocation sale = *ParseCommandLine({"--service", "http://127.0.0.1:8720/", "--token",
+                                               "T", "--key", "k 1", "sale", "s.json"})
+                                 .invocation;
+    ASSERT_TRUE(sale.service);
+    EXPECT_EQ(sale.service->host + ":" + std::to_string(sale.service->port), "127.0.0.1:8720");
+    EXPECT_EQ(sale.service->token, "T");
+    EXPECT_EQ(sale.service->key, "k 1");
+    const Invocation jobs =
+        *ParseCommandLine({"jobs", "--service", "http://shop", "--token", "T", "--since",
+                           "2024-03-15T10:30:00-04:00", "--state", "done"})
+             .invocation;
+    EXPECT_EQ(jobs.service->port, 80);
+    EXPECT_EQ(jobs.jobsFilter.since, "2024-03-15T10:30:00-04:00");
+    EXPECT_EQ(jobs.jobsFilter.state, "done");
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "corvid/command_line.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <sstream>
 
+#include "corvid/command_line_parts.h"
 #include "corvid/port_device.h"
 #include "jobs/date_text.h"
 
@@ -11,22 +11,22 @@ namespace corvid::tool {
 
 namespace {
 
+using namespace command_line;
+
 constexpr const char* kDescription =
     "corvid: talk to a fiscal printer from the command line.\n"
     "Without --port the built-in simulated printer answers (Linux only).";
 
 constexpr const char* kFooter =
     "Control bytes in a command are written as the trace writes them: [STX], [ETX], [010].\n"
+    "With --service URL --token T, sale, credit-note, nonfiscal and report post a job to a\n"
+    "print service (corvid serve) and follow it; jobs lists the service's journal.\n"
     "Exit status: 0 when the printer accepted everything, 1 when it refused, did not answer\n"
     "or the port would not open, 2 for a mistake on the command line or in a file, 124 when\n"
     "--deadline passed, 130 after Ctrl-C. Run corvid COMMAND --help for a command's help.";
 
 // A longest wait a person could mean; it also keeps the deadline clear of overflow.
 constexpr double kLongestDeadlineSeconds = 7 * 24 * 3600;
-
-struct Mistake {
-    std::string message;
-};
 
 CLI::Validator DeadlineValidator() {
     return CLI::Validator(
@@ -78,24 +78,6 @@ std::optional<PortChoice> PortOption(const CLI::Option* option, const std::strin
     return choice;
 }
 
-// What the parser fills in, before it is checked and becomes an Invocation.
-struct Arguments {
-    Invocation inv;
-    std::string portText;
-    CLI::Option* portOption = nullptr;
-    std::string word;
-    std::vector<std::string> lines;
-    std::string dateOrTime;
-    std::string reportKind;
-    std::vector<std::pair<Command, CLI::App*>> commands;
-
-    CLI::App* Add(CLI::App& app, Command command, const char* name, const char* help) {
-        CLI::App* sub = app.add_subcommand(name, help);
-        commands.emplace_back(command, sub);
-        return sub;
-    }
-};
-
 void AddGlobalOptions(CLI::App& app, Arguments& a) {
     app.footer(kFooter);
     app.require_subcommand(1);
@@ -111,6 +93,7 @@ void AddGlobalOptions(CLI::App& app, Arguments& a) {
                    "give up after this many seconds, however the printer behaves")
         ->check(DeadlineValidator())
         ->capture_default_str();
+    AddServiceOptions(app, a);
 }
 
 void AddPrinterCommands(CLI::App& app, Arguments& a) {
@@ -199,6 +182,11 @@ void TakeCommandWords(Arguments& a) {
         case Command::kDemo:
         case Command::kSummary:
         case Command::kMemory:
+        case Command::kServe:
+        case Command::kTokenAdd:
+        case Command::kTokenList:
+        case Command::kTokenRemove:
+        case Command::kJobs:
             break;
     }
 }
@@ -216,6 +204,7 @@ Invocation Checked(CLI::App& app, Arguments& a) {
         throw Mistake{"demo runs on the built-in simulated printer; leave --port out"};
     }
     TakeCommandWords(a);
+    CheckServiceWords(a);
     const bool reportsRecords = inv.command == Command::kStatus ||
                                 inv.command == Command::kSummary ||
                                 inv.command == Command::kMemory ||
@@ -260,6 +249,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     AddGlobalOptions(app, arguments);
     AddPrinterCommands(app, arguments);
     AddSettingCommands(app, arguments);
+    AddServiceCommands(app, arguments);
     // Leftover words are collected rather than refused by the parser, so that the message
     // can say "unknown command" rather than only that a command is required.
     app.allow_extras();

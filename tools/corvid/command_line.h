@@ -9,6 +9,7 @@
 
 #include "automation/variant.h"
 #include "corvid/port_choice.h"
+#include "corvid/service_options.h"
 
 namespace corvid::tool {
 
@@ -27,6 +28,11 @@ enum class Command {
     kDemo,
     kSummary,
     kMemory,
+    kServe,
+    kTokenAdd,
+    kTokenList,
+    kTokenRemove,
+    kJobs,
 };
 
 // Exit statuses the tool's users can rely on.
@@ -55,6 +61,12 @@ struct Invocation {
     std::int32_t to = 0;
     // set-date and set-time; none means the computer's clock.
     std::optional<automation::Date> when;
+    ServeOptions serve;  // serve; its data folder also for the token commands
+    // With --service the document commands post a job to the service instead of opening
+    // a port, and jobs lists its journal.
+    std::optional<ServiceTarget> service;
+    std::string tokenName;  // token add and token remove
+    JobsFilter jobsFilter;  // jobs
 };
 
 struct ParsedCommandLine {

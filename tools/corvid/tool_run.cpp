@@ -16,6 +16,8 @@
 #include "corvid/document_file.h"
 #include "corvid/printer_target.h"
 #include "corvid/report_output.h"
+#include "corvid/serve_command.h"
+#include "corvid/service_client.h"
 #include "corvid/session_document_printer.h"
 #include "corvid/status_commands.h"
 #include "corvid/test_mode_settings.h"
@@ -174,6 +176,11 @@ int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std:
     err << parsed.error;
     if (!parsed.invocation) return parsed.exitCode;
     const Invocation& inv = *parsed.invocation;
+    // The service runs until it is stopped: no deadline.
+    if (inv.command == Command::kServe) return RunServe(inv, out, err);
+    if (inv.command == Command::kTokenAdd || inv.command == Command::kTokenList ||
+        inv.command == Command::kTokenRemove)
+        return RunTokenCommand(inv, out, err);
 
     // Armed first, so that it bounds everything after the command line: reading the file
     // too, which may be a pipe that never delivers.
@@ -184,6 +191,8 @@ int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std:
     const Watchdog watchdog(
         std::chrono::duration<double>(inv.deadlineSeconds),
         [message = std::string(expired)] { ExitNow(message.c_str(), kExitDeadline); });
+
+    if (inv.service) return RunServiceCommand(inv, out, err);
 
     Document document;
     try {
