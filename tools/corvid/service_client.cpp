@@ -24,7 +24,7 @@ constexpr int kPostRetries = 5;
 constexpr auto kPostRetryPause = 500ms;
 constexpr auto kPollPause = 200ms;
 // Without an event for this long the job is asked for, in case an event was missed.
-constexpr auto kQuietWait = 2000ms;
+constexpr std::chrono::milliseconds kQuietWait = 2000ms;
 
 // A job's id as it goes in a path: the service's ids are numbers.
 std::string IdOf(const json& job) {
@@ -89,8 +89,7 @@ int Follow(const ServiceTarget& service, const std::string& id, std::ostream& ou
         // Subscribed first, then asked: nothing falls between the two.
         progress.Update(GetJob(service, id));
         while (!progress.exitCode()) {
-            const auto message =
-                events.Next(std::chrono::duration_cast<std::chrono::milliseconds>(kQuietWait));
+            const auto message = events.Next(kQuietWait);
             const json event = message ? json::parse(*message, nullptr, false) : json();
             if (!message) {
                 progress.Update(GetJob(service, id));
