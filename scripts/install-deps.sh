@@ -9,9 +9,13 @@ packages=(
     gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686
     wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
     ser2net clang clang-14 libclang-rt-14-dev
+    libboost1.81-dev libsqlite3-dev nodejs
 )
+# npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
+# does not: its own package is installed only when no npm is on the PATH.
+npm_package=npm
 if [ "${1:-}" = --list ]; then
-    printf '%s\n' "${packages[@]}"
+    printf '%s\n' "${packages[@]}" "$npm_package"
     exit 0
 fi
 SUDO=""
@@ -22,6 +26,7 @@ missing=()
 for p in "${packages[@]}"; do
     installed "$p" || missing+=("$p")
 done
+command -v npm >/dev/null || installed "$npm_package" || missing+=("$npm_package")
 if [ ${#missing[@]} -gt 0 ]; then
     echo "Installing: ${missing[*]}"
     # One index out of step (a mirror of another architecture, say) must not stop an
@@ -45,3 +50,5 @@ if ! installed wine32:i386 && [ ! -e "$tried" ]; then
         echo "install-deps: wine32:i386 could not be installed; the 32-bit tests will be skipped" >&2
     fi
 fi
+
+"$(dirname "$0")/sqlite-amalgamation.sh"

@@ -57,6 +57,13 @@ struct FaultPlan {
     CountedFault late;
     std::chrono::milliseconds lateBy{0};
 
+    // The printer loses power once it has carried out this many more blocks: the last one
+    // takes effect but is not answered, and for powerOff the printer answers nothing and
+    // what the host sends is lost. It comes back with its fiscal state and open document
+    // as they were. 0: no cut.
+    int powerCutAfter = 0;
+    std::chrono::milliseconds powerOff{3000};
+
     std::chrono::milliseconds delay{0};  // wait before every reply
     std::size_t chunkSize = 0;           // write replies in pieces of this many bytes; 0: whole
     std::chrono::milliseconds chunkPause{3};  // pause between pieces

@@ -90,6 +90,12 @@ std::string Usage() {
            "  --chunk K              write replies in pieces of K bytes\n"
            "  --chunk-pause MS       pause between pieces (default 3)\n"
            "  --mute                 answer nothing at all\n"
+           "  --power-cut-after N    lose power once N blocks have been carried out: the\n"
+           "                         last takes effect but gets no answer; while off the\n"
+           "                         printer answers nothing and what the host sends is\n"
+           "                         lost; it comes back with its fiscal state and open\n"
+           "                         document as they were\n"
+           "  --power-off MS         how long the power stays off (default 3000)\n"
            "replies:\n"
            "  The daily summary, U0Z (the last closing) and U0X (the day so far), has the\n"
            "  model's layout: 39 fields srp350, 30 hka112, 29 srp812, 20 dt230. U3A sends\n"
@@ -197,6 +203,9 @@ const OptionRule kFaults[] = {
     {"--chunk", true, [](Parsing& p, Arg o, Arg v) { p.faults().chunkSize = Size(o, v, 1, 4096); }},
     {"--chunk-pause", true, [](Parsing& p, Arg o, Arg v) { p.faults().chunkPause = Millis(o, v); }},
     {"--mute", false, [](Parsing& p, Arg, Arg) { p.faults().muted = true; }},
+    {"--power-cut-after", true,
+     [](Parsing& p, Arg o, Arg v) { p.faults().powerCutAfter = Count(o, v); }},
+    {"--power-off", true, [](Parsing& p, Arg o, Arg v) { p.faults().powerOff = Millis(o, v); }},
 };
 
 const OptionRule& RuleOf(const std::string& option) {

@@ -44,6 +44,10 @@ std::optional<Reply> Responder::AnswerBlock(const HostUnit& unit) {
     if (!unit.checkOk) return Single(kNakReply, kNak);
     CommandAnswer answer = commands_.Dispatch(unit.command, state_);
     state_.lastCommandRefused = answer.kind == CommandAnswer::Kind::Nak;
+    if (answer.kind != CommandAnswer::Kind::Nak) {
+        ++acceptedBlocks_;
+        if (auto cut = CutPowerIfDue()) return cut;
+    }
     switch (answer.kind) {
         case CommandAnswer::Kind::Ack:
             return Single(kAckReply, kAck);
@@ -63,6 +67,16 @@ std::optional<Reply> Responder::NextPendingBlock() {
     std::string text = std::move(pendingBlocks_.front());
     pendingBlocks_.pop_front();
     return Framed(kDataReply, text, pendingBlocks_.empty() ? kEtx : kEtb);
+}
+
+std::optional<Reply> Responder::CutPowerIfDue() {
+    if (faults_.powerCutAfter <= 0 || --faults_.powerCutAfter > 0) return std::nullopt;
+    // Whatever the printer had still to say is gone with the power.
+    pendingBlocks_.clear();
+    enqAwaitingAck_ = false;
+    Reply reply{kAckReply, {}, "power cut for " + std::to_string(faults_.powerOff.count()) + " ms"};
+    reply.powerCut = true;
+    return reply;
 }
 
 Reply Responder::Framed(ReplyKind kind, const std::string& text, char end) {

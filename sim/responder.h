@@ -8,6 +8,7 @@
 //                     shows the refusal until a command is accepted)
 //   ACK            -> the next block of a pending multi-block reply; otherwise ignored
 //   stray bytes    -> ignored
+// A planned power cut replaces the answer to the block that triggers it (see FaultPlan).
 // An ENQ or a block from the host abandons the rest of a pending multi-block reply. After
 // a reply that began with ENQ, the host's next ACK answers that ENQ and is swallowed.
 #pragma once
@@ -33,6 +34,8 @@ struct Reply {
     std::size_t sendOnly = std::string::npos;
     bool hangUp = false;
     std::chrono::milliseconds lateBy{0};
+    // Nothing goes out: the printer loses power instead of answering.
+    bool powerCut = false;
 };
 
 class Responder {
@@ -43,10 +46,13 @@ class Responder {
     FaultPlan& faults() { return faults_; }
 
     std::optional<Reply> Answer(const HostUnit& unit);
+    // Blocks carried out (answered with ACK or data) since the printer was made.
+    int acceptedBlocks() const { return acceptedBlocks_; }
 
   private:
     std::optional<Reply> AnswerBlock(const HostUnit& unit);
     std::optional<Reply> NextPendingBlock();
+    std::optional<Reply> CutPowerIfDue();
     Reply Framed(ReplyKind kind, const std::string& text, char end);
     Reply Single(ReplyKind kind, char byte, std::string note = {});
     void Decorate(Reply& reply);
@@ -57,6 +63,7 @@ class Responder {
     FaultPlan faults_;
     std::deque<std::string> pendingBlocks_;
     bool enqAwaitingAck_ = false;
+    int acceptedBlocks_ = 0;
 };
 
 }  // namespace corvid::sim

@@ -143,25 +143,45 @@ void Simulator::Serve() {
         if ((fds[0].revents & POLLIN) != 0) {
             ssize_t n = read(master, buffer, sizeof buffer);
             if (n <= 0) continue;
-            std::string_view bytes(buffer, static_cast<std::size_t>(n));
-            if (!pacer_.paced()) {
-                for (const HostUnit& unit : stream.Feed(bytes)) HandleUnit(unit);
-                continue;
-            }
-            // Each unit is handled once its last byte would have come in over the line.
-            const auto seen = Clock::now();
-            for (std::size_t i = 0; i < bytes.size(); ++i) {
-                const auto arrived = pacer_.Received(seen);
-                for (const HostUnit& unit : stream.Feed(bytes.substr(i, 1))) {
-                    if (!PauseUntil(arrived)) break;
-                    HandleUnit(unit);
-                }
-            }
+            Receive(stream, std::string_view(buffer, static_cast<std::size_t>(n)));
         } else if ((fds[0].revents & (POLLHUP | POLLERR)) != 0) {
             Pause(std::chrono::milliseconds(20));  // no reader yet; do not spin
         }
     }
     if (hangUp_) terminal_->Close();
+}
+
+void Simulator::Receive(HostStream& stream, std::string_view bytes) {
+    if (PoweredOff()) return Lose(stream, bytes);
+    if (!pacer_.paced()) {
+        for (const HostUnit& unit : stream.Feed(bytes)) Take(stream, unit);
+        return;
+    }
+    // Each unit is handled once its last byte would have come in over the line.
+    const auto seen = Clock::now();
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const auto arrived = pacer_.Received(seen);
+        for (const HostUnit& unit : stream.Feed(bytes.substr(i, 1))) {
+            if (!PauseUntil(arrived)) return;
+            Take(stream, unit);
+        }
+    }
+}
+
+void Simulator::Take(HostStream& stream, const HostUnit& unit) {
+    if (PoweredOff()) return Lose(stream, unit.bytes);
+    HandleUnit(unit);
+}
+
+void Simulator::Lose(HostStream& stream, std::string_view bytes) {
+    stream = HostStream();  // a block begun before the cut is gone too
+    transcript_.Add({Direction::HostToPrinter,
+                     What::Stray,
+                     std::string(bytes),
+                     {},
+                     false,
+                     Clock::now(),
+                     "lost: the printer is off"});
 }
 
 void Simulator::HandleUnit(const HostUnit& unit) {
@@ -173,11 +193,20 @@ void Simulator::HandleUnit(const HostUnit& unit) {
                      Clock::now(),
                      {}});
     std::optional<Reply> reply;
+    std::chrono::milliseconds off;
     {
         std::lock_guard lock(mutex_);
         reply = responder_.Answer(unit);
+        off = responder_.faults().powerOff;
     }
-    if (reply) SendReply(*reply);
+    blockAccepted_.notify_all();
+    if (reply && reply->powerCut) {
+        poweredOnAt_ = Clock::now() + off;
+        transcript_.Add(
+            {Direction::PrinterToHost, What::Stray, {}, {}, false, Clock::now(), reply->note});
+    } else if (reply) {
+        SendReply(*reply);
+    }
 }
 
 void Simulator::SendReply(const Reply& reply) {
@@ -311,6 +340,13 @@ void Simulator::SetMuted(bool muted) {
     ChangeFaults([=](FaultPlan& plan) { plan.muted = muted; });
 }
 
+void Simulator::PowerCutAfter(int blocks, std::chrono::milliseconds off) {
+    ChangeFaults([=](FaultPlan& plan) {
+        plan.powerCutAfter = blocks;
+        plan.powerOff = off;
+    });
+}
+
 void Simulator::ChangeFaults(const std::function<void(FaultPlan&)>& change) {
     std::lock_guard lock(mutex_);
     change(responder_.faults());
@@ -340,6 +376,16 @@ std::string Simulator::PaperText() const {
 
 bool Simulator::WaitForBlocks(std::size_t n, std::chrono::milliseconds timeout) const {
     return transcript_.WaitForCount(Direction::HostToPrinter, What::Block, n, timeout);
+}
+
+int Simulator::AcceptedBlocks() const {
+    std::lock_guard lock(mutex_);
+    return responder_.acceptedBlocks();
+}
+
+bool Simulator::WaitForAcceptedBlocks(int n, std::chrono::milliseconds timeout) const {
+    std::unique_lock lock(mutex_);
+    return blockAccepted_.wait_for(lock, timeout, [&] { return responder_.acceptedBlocks() >= n; });
 }
 
 }  // namespace corvid::sim

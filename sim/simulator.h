@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -62,6 +63,9 @@ class Simulator {
     void SetChunking(std::size_t chunkSize,
                      std::chrono::milliseconds pause = std::chrono::milliseconds(3));
     void SetMuted(bool muted);
+    // The printer loses power once it has carried out the next `blocks` blocks, for `off`;
+    // see FaultPlan::powerCutAfter. Replaces a cut still pending.
+    void PowerCutAfter(int blocks, std::chrono::milliseconds off = std::chrono::milliseconds(3000));
     // Drops the line for good: the terminal is closed and serving stops.
     void HangUp();
     // Runs `change` on the plan under the simulator's lock, for anything not covered above.
@@ -78,10 +82,21 @@ class Simulator {
     const Transcript& transcript() const { return transcript_; }
     // Waits until the host has sent `n` blocks in all; false after `timeout`.
     bool WaitForBlocks(std::size_t n, std::chrono::milliseconds timeout) const;
+    // Blocks the printer has carried out in all (answered with ACK or data, or lost power
+    // on), counted as they take effect, before any answer goes out.
+    int AcceptedBlocks() const;
+    // Waits until AcceptedBlocks() reaches `n`; false after `timeout`.
+    bool WaitForAcceptedBlocks(int n, std::chrono::milliseconds timeout) const;
     std::chrono::steady_clock::time_point startTime() const { return startTime_; }
 
   private:
+    using Clock = std::chrono::steady_clock;
     void Serve();
+    void Receive(HostStream& stream, std::string_view bytes);
+    // Handles a unit, or loses it while the printer is off.
+    void Take(HostStream& stream, const HostUnit& unit);
+    void Lose(HostStream& stream, std::string_view bytes);
+    bool PoweredOff() const { return Clock::now() < poweredOnAt_; }
     void HandleUnit(const HostUnit& unit);
     void SendReply(const Reply& reply);
     bool WriteAll(const char* data, std::size_t size);
@@ -91,10 +106,12 @@ class Simulator {
     void Wake();
 
     mutable std::mutex mutex_;
+    mutable std::condition_variable blockAccepted_;
     Responder responder_;
     std::string linkPath_;
     std::string paperPath_;
-    LinePacer pacer_;  // used by the serving thread only
+    LinePacer pacer_;                  // used by the serving thread only
+    Clock::time_point poweredOnAt_{};  // the serving thread's; later than now while off
     std::unique_ptr<PseudoTerminal> terminal_;
     std::string slavePath_;
     Transcript transcript_;
