@@ -247,6 +247,34 @@ std::int16_t Exchange::Execute(std::string_view sCmd) {
     return PfErrorAsInteger(outcome_);
 }
 
+Delivery Exchange::Deliver(std::string_view command) {
+    if (port_ == 0) {
+        SetOutcome(pfCommError, "PUERTO CERRADO");
+        return Delivery::kNoAnswer;
+    }
+    GetStatus();
+    if (outcome_.pfError != pfOk) return Delivery::kNoAnswer;
+    const std::string block = session::BuildCommandBlock(command);
+    for (std::int32_t attempt = 0; attempt < kAttempts; ++attempt) {
+        Trace("DELIVER -> " + session::EscapeString(block));
+        // A lone ACK or NAK ends the wait without a framed reply: anything else is unclear.
+        outcome_.resultFlag = 0;
+        line_->Write(port_, block);
+        WaitForReply();
+        if (ready_ || outcome_.resultFlag != NAK) break;
+    }
+    if (!ready_ && outcome_.resultFlag == ACK) {
+        SetOutcome(pfOk, "Ok");
+        return Delivery::kAccepted;
+    }
+    if (!ready_ && outcome_.resultFlag == NAK) {
+        SetOutcome(pfPrinterError, "Se recibi\xF3 NAK");
+        return Delivery::kRefused;
+    }
+    SetOutcome(pfCommError, "pfError de comunicacion");
+    return Delivery::kUnclear;
+}
+
 bool Exchange::OutOfTime() const {
     if (!boundStart_) return false;
     float elapsed = automation::CurrentClock().SecondsSinceMidnight() - *boundStart_;

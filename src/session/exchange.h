@@ -16,6 +16,14 @@
 
 namespace corvid::session {
 
+// How a block sent once fared (Deliver).
+enum class Delivery {
+    kAccepted,  // the printer answered ACK
+    kRefused,   // the printer answered NAK to every attempt: it did not take the block
+    kUnclear,   // the block went out but its answer was lost or garbled: ask the printer
+    kNoAnswer,  // no status before sending: nothing went out
+};
+
 struct ExchangeSettings {
     bool skipChecks = false;
     // Seconds one reply wait may last.
@@ -53,6 +61,10 @@ class Exchange {
     void WaitForReply();
     // The full checked exchange; returns pfError.
     std::int16_t Execute(std::string_view command);
+    // The service's way of sending: like Execute, but a block whose answer was lost or
+    // unclear is never sent again, since the printer may have carried it out. Only a NAK,
+    // which says the printer did not take it, lets the block go out again.
+    Delivery Deliver(std::string_view command);
     // Frames and writes, without status or wait; refuses when no port is open.
     void ExecuteNoCheck(std::string_view command);
     // Frames and writes, without status or wait, open port or not.

@@ -28,6 +28,7 @@ class PortLink : public PrinterLink {
     void SendDirect(std::string_view command) override { exchange_.SendDirect(command); }
     std::int16_t Execute(std::string_view command) override { return exchange_.Execute(command); }
     void ExecuteNoCheck(std::string_view command) override { exchange_.ExecuteNoCheck(command); }
+    Delivery Deliver(std::string_view command) override { return exchange_.Deliver(command); }
     Fields GetResponse(std::string_view command, const ExecuteCommand& execute) override {
         return ReadResponse(exchange_, command, execute);
     }

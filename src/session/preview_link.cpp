@@ -29,6 +29,10 @@ class PreviewLink : public PrinterLink {
         return PfErrorAsInteger(exchange_.outcome());
     }
     void ExecuteNoCheck(std::string_view command) override { Add(std::string(command)); }
+    Delivery Deliver(std::string_view command) override {
+        Add(std::string(command));
+        return Delivery::kAccepted;
+    }
     Fields GetResponse(std::string_view command, const ExecuteCommand&) override {
         Add("GET RESPONSE: " + std::string(command));
         return {"Ok"};

@@ -69,6 +69,11 @@ void PrinterFiscal::ExecuteNoCheck(std::string_view sCmd) {
     link_->ExecuteNoCheck(sCmd);
 }
 
+Delivery PrinterFiscal::Deliver(std::string_view sCmd) {
+    Trace("Deliver: -> " + session::EscapeString(sCmd));
+    return link_->Deliver(sCmd);
+}
+
 void PrinterFiscal::SendAck() { exchange_.SendAck(); }
 
 void PrinterFiscal::GetStatus() { exchange_.GetStatus(); }

@@ -70,6 +70,8 @@ class PrinterFiscal : public records::ResponseSource {
     void SendDirect(std::string_view sCommand);
     std::int16_t Execute(std::string_view sCmd);
     void ExecuteNoCheck(std::string_view sCmd);
+    // The print service's sending: a block whose answer is lost is not sent again.
+    Delivery Deliver(std::string_view sCmd);
     void SendAck();
     void GetStatus();
     std::string explainSTS1() const;
@@ -108,6 +110,9 @@ class PrinterFiscal : public records::ResponseSource {
                                double cantidad, double impuesto, std::string_view codigo = {});
     std::int16_t anularLineaNCG(std::string_view descripcion, automation::Currency precio,
                                 double cantidad, double impuesto, std::string_view codigo = {});
+    // The command of an item line, as the item members send it.
+    std::string ItemCommand(documents::ItemKind kind, std::string_view descripcion,
+                            automation::Currency precio, double cantidad, double impuesto);
     // The rate index of a tax percentage: the configured rates, then the printer's.
     std::int16_t IndiceTasa(double tasa);
 

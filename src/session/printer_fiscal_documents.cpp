@@ -21,10 +21,15 @@ std::int16_t PrinterFiscal::SendItem(ItemKind kind, std::string_view descripcion
         outcome().DescripcionError = documents::NegativeQuantityMessage(kind);
         return pfClientError;
     }
+    return Execute(ItemCommand(kind, descripcion, precio, cantidad, impuesto));
+}
+
+std::string PrinterFiscal::ItemCommand(ItemKind kind, std::string_view descripcion,
+                                       Currency precio, double cantidad, double impuesto) {
     const std::int16_t index = IndiceTasa(impuesto);
-    return Execute(documents::ClassicItemCommand(kind, index, FormatPrecio(precio.ToDouble()),
-                                                 FormatCantidad(cantidad), descripcion,
-                                                 settings_.columnasDescripcion));
+    return documents::ClassicItemCommand(kind, index, FormatPrecio(precio.ToDouble()),
+                                         FormatCantidad(cantidad), descripcion,
+                                         settings_.columnasDescripcion);
 }
 
 std::int16_t PrinterFiscal::PasarItem(std::string_view descripcion, Currency precio,

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "session/exchange.h"
 #include "session/responses.h"
 
 namespace corvid::preview {
@@ -35,6 +36,7 @@ class PrinterLink {
     // Returns pfError.
     virtual std::int16_t Execute(std::string_view command) = 0;
     virtual void ExecuteNoCheck(std::string_view command) = 0;
+    virtual Delivery Deliver(std::string_view command) = 0;
     // `execute` sends the command on the printer.
     virtual Fields GetResponse(std::string_view command, const ExecuteCommand& execute) = 0;
     // The test-mode preview, once Open made it; null on the port.

@@ -70,6 +70,40 @@ TEST_F(SessionTest, ExecuteAgainstScriptedPrinters) {
     }
 }
 
+// The service's sending: a block whose answer is lost or hidden is never sent again.
+TEST_F(SessionTest, DeliverSendsAgainOnlyAfterNak) {
+    const Reads silence;
+    struct DeliverCase {
+        const char* name;
+        std::deque<Reads> status, blocks;
+        Delivery delivery;
+        int blocksWritten;
+    };
+    // clang-format off
+    const std::vector<DeliverCase> cases = {
+        {"accepted", {}, {}, Delivery::kAccepted, 1},
+        {"NAK then ACK", {}, {{kNak}}, Delivery::kAccepted, 2},
+        {"NAK at every attempt", {}, std::deque<Reads>(8, {kNak}), Delivery::kRefused, 7},
+        {"ACK hidden behind ENQ", {}, {{kEnq + kAck}}, Delivery::kUnclear, 1},
+        {"ACK behind garbage", {}, {{"\xFF" + kAck}}, Delivery::kUnclear, 1},
+        {"no answer to the block", {}, {silence}, Delivery::kUnclear, 1},
+        {"a framed reply where ACK was due", {}, {{DataReply("X")}}, Delivery::kUnclear, 1},
+        {"no status: nothing sent", {silence}, {}, Delivery::kNoAnswer, 0},
+    };
+    // clang-format on
+    for (const DeliverCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        session_.reset();
+        line_ = std::make_shared<ScriptedLine>(*fakeClock_);
+        PrinterFiscal& s = OpenSession();
+        line_->statusAnswers = c.status;
+        line_->blockAnswers = c.blocks;
+        EXPECT_EQ(s.Deliver("w"), c.delivery);
+        EXPECT_EQ(line_->BlocksWritten(), c.blocksWritten);
+        EXPECT_EQ(s.outcome().pfError == pfOk, c.delivery == Delivery::kAccepted);
+    }
+}
+
 TEST_F(SessionTest, AbrirOpensComNRaisesLinesAndLearnsTheSerial) {
     line_->blockAnswers.push_back(
         Reads{DataReply("S101\n0\n12\n3\n4\n5\n6\n7\nJ-123\nZ7A0001234\n240115\n1200")});

@@ -1,0 +1,33 @@
+#include "service/job_json.h"
+
+namespace corvid::service {
+
+nlohmann::json JobJson(const JobRecord& job) {
+    nlohmann::json steps = nlohmann::json::array();
+    for (const StepRecord& step : job.steps) {
+        steps.push_back({{"what", step.what},
+                         {"kind", step.kind},
+                         {"state", NameOf(step.state)},
+                         {"learnt", step.learnt}});
+    }
+    nlohmann::json error = nullptr;
+    if (job.error) {
+        error = {{"pfError", job.error->pfError},
+                 {"DescripcionError", job.error->description},
+                 {"status", job.error->status}};
+    }
+    return {{"id", job.id},
+            {"key", job.key},
+            {"printer", job.printer},
+            {"type", job.type},
+            {"state", NameOf(job.state)},
+            {"created", job.created},
+            {"finished", job.finished.empty() ? nlohmann::json(nullptr) : job.finished},
+            {"steps", steps},
+            {"document_number", job.documentNumber ? nlohmann::json(*job.documentNumber)
+                                                   : nlohmann::json(nullptr)},
+            {"error", error},
+            {"evidence", job.evidence}};
+}
+
+}  // namespace corvid::service
