@@ -70,10 +70,10 @@ std::optional<ApiResponse> ApiRoutes::Refusal(const ApiRequest& head) {
     auto match = MatchEndpoint(target->segments);
     bool health = match && match->endpoint == Endpoint::kHealth;
     bool events = match && match->endpoint == Endpoint::kEvents;
-    if (!health && !TokenAccepted(head, events ? &target->params : nullptr))
-        return ErrorResponse(401, head.authorization ? "unknown token"
-                                                     : "a token is needed: Authorization: "
-                                                       "Bearer TOKEN");
+    if (!health) {
+        if (auto refusal = TokenRefusal(head, events ? &target->params : nullptr))
+            return ErrorResponse(401, *refusal);
+    }
     if (!match) return ErrorResponse(404, "no such endpoint: " + head.target);
     if (!AllowsMethod(*match, head.method)) {
         auto response = ErrorResponse(405, head.method + " is not allowed on " + head.target);
@@ -87,15 +87,18 @@ std::optional<ApiResponse> ApiRoutes::Refusal(const ApiRequest& head) {
 }
 
 // Browsers cannot set headers on a WebSocket, so the event stream also takes ?token=.
-bool ApiRoutes::TokenAccepted(const ApiRequest& head, const QueryParams* query) {
+std::optional<std::string> ApiRoutes::TokenRefusal(const ApiRequest& head,
+                                                   const QueryParams* query) {
     std::optional<std::string> token;
     if (head.authorization) {
-        if (auto bearer = BearerToken(*head.authorization)) token = std::string(*bearer);
+        token = std::string(BearerToken(*head.authorization).value_or(""));
     } else if (query) {
         for (const auto& [name, value] : *query)
             if (name == "token") token = value;
     }
-    return token && !token->empty() && desk_.Authorised(*token);
+    if (!token) return "a token is needed: Authorization: Bearer TOKEN";
+    if (token->empty() || !desk_.Authorised(*token)) return "unknown token";
+    return std::nullopt;
 }
 
 ApiResponse ApiRoutes::ForOrigin(const ApiRequest& head, ApiResponse response) const {

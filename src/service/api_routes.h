@@ -28,8 +28,9 @@ class ApiRoutes {
   private:
     std::optional<ApiResponse> Refusal(const ApiRequest& head);
     using QueryParams = std::vector<std::pair<std::string, std::string>>;
-    // `query`: where the request may also carry the token as ?token=, else null.
-    bool TokenAccepted(const ApiRequest& head, const QueryParams* query);
+    // Why the request's token is refused, if it is. `query`: where the request may also
+    // carry the token as ?token=, else null.
+    std::optional<std::string> TokenRefusal(const ApiRequest& head, const QueryParams* query);
     ApiResponse Dispatch(const ApiRequest& request);
     ApiResponse PostJob(const ApiRequest& request);
     ApiResponse ListJobs(const ApiRequest& request);

@@ -20,11 +20,20 @@ class WebSocketSession : public EventStreams::Stream,
   public:
     explicit WebSocketSession(boost::asio::ip::tcp::socket socket) : ws_(std::move(socket)) {}
 
+    // Registered before the handshake, so that no event published after the upgrade was
+    // read is missed; they wait in the queue until the handshake is done.
     void Accept(beast::http::request<beast::http::string_body> upgrade, EventStreams& streams) {
+        streams.Add(shared_from_this());
         ws_.set_option(websocket::stream_base::timeout::suggested(beast::role_type::server));
-        ws_.async_accept(upgrade, [self = shared_from_this(), &streams](beast::error_code ec) {
-            if (ec) return;
-            streams.Add(self);
+        upgrade_ = std::move(upgrade);
+        ws_.async_accept(upgrade_, [self = shared_from_this()](beast::error_code ec) {
+            if (ec) {
+                self->closed_ = true;
+                self->queue_.clear();
+                return;
+            }
+            self->open_ = true;
+            if (!self->queue_.empty()) self->Write();
             self->Read();
         });
     }
@@ -57,7 +66,7 @@ class WebSocketSession : public EventStreams::Stream,
             return;
         }
         queue_.push_back(std::move(text));
-        if (queue_.size() == 1) Write();
+        if (open_ && queue_.size() == 1) Write();
     }
 
     // The handler holds the text too: the queue may be cleared while it is on the wire.
@@ -77,8 +86,10 @@ class WebSocketSession : public EventStreams::Stream,
     }
 
     websocket::stream<beast::tcp_stream> ws_;
+    beast::http::request<beast::http::string_body> upgrade_;
     beast::flat_buffer incoming_;
     std::deque<std::shared_ptr<const std::string>> queue_;
+    bool open_ = false;
     bool closed_ = false;
 };
 
