@@ -75,7 +75,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
         }
         if (parser_->content_length().value_or(0) > kBodyLimit) return RefuseLength();
         parser_->body_limit(kBodyLimit);
-        if (parser_->get()[http::field::expect] == "100-continue") return Continue();
+        if (beast::iequals(parser_->get()[http::field::expect], "100-continue")) return Continue();
         ReadBody();
     }
 

@@ -137,6 +137,8 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
     };
     const Case cases[] = {
         {with(sale, "Origin", "http://evil.example"), 403, "origin http://evil.example"},
+        {with(with(Post("/v1/jobs", ""), "Content-Length", "1048577"), "Origin", "null"), 403,
+         "origin null"},
         {without(sale, "Authorization"), 401, "token is needed"},
         {with(sale, "Authorization", "Bearer guess"), 401, "unknown token"},
         {{"GET", "/v1/events?token=guess", {}}, 401, "unknown token"},
@@ -208,6 +210,20 @@ TEST_F(HttpApi, PostsAJobOncePerKey) {
     EXPECT_EQ(other.status, 409);
     EXPECT_EQ(desk_.changes, 1);
     EXPECT_EQ(Send(Post("/v1/jobs/1/resolve", R"({"as": "failed"})")).status, 200);
+}
+
+TEST_F(HttpApi, DropsAClientThatStallsMidRequest) {
+    HttpServer strict(desk_, {"127.0.0.1", 0, {}, 1, std::chrono::seconds(1)});
+    strict.Start();
+    boost::asio::io_context io;
+    beast::tcp_stream stream(io);
+    stream.connect(tcp::endpoint(boost::asio::ip::make_address("127.0.0.1"), strict.port()));
+    boost::asio::write(stream, boost::asio::buffer(std::string("GET /health HTTP/1.1\r\n")));
+    stream.expires_after(std::chrono::seconds(10));
+    char byte;
+    beast::error_code ec;
+    stream.read_some(boost::asio::buffer(&byte, 1), ec);
+    EXPECT_EQ(ec, boost::asio::error::eof) << ec.message();
 }
 
 TEST_F(HttpApi, PassesTheJournalQueryDecoded) {
