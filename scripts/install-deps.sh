@@ -4,7 +4,7 @@
 set -euo pipefail
 packages=(
     cmake make gcc g++ googletest libgtest-dev libgmock-dev libbenchmark-dev
-    nlohmann-json3-dev libcli11-dev clang-format
+    nlohmann-json3-dev libcli11-dev clang-format libssl-dev
     mingw-w64 gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
     gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686
     wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
