@@ -1,5 +1,7 @@
 #include "service/command_collector.h"
 
+#include <utility>
+
 #include "documents/configuration.h"
 #include "documents/customer_data.h"
 #include "documents/totals.h"
@@ -21,23 +23,22 @@ void CommandCollector::PasarDatosCliente(const std::string& nombre, const std::s
 }
 
 void CommandCollector::PasarDatosClienteNC(const std::string& nombre, const std::string& rif,
-                                           const std::string& direccion,
-                                           const std::string& factura, const std::string& serial,
-                                           automation::Date fecha) {
+                                           const std::string& direccion, const std::string& factura,
+                                           const std::string& serial, automation::Date fecha) {
     for (std::string& command : documents::PasarDatosClienteNCCommands(
              nombre, rif, direccion, factura, serial, Variant(fecha))) {
         commands_.push_back(std::move(command));
     }
 }
 
-void CommandCollector::PasarItem(const std::string& descripcion, Currency precio,
-                                 double cantidad, double tasa) {
+void CommandCollector::PasarItem(const std::string& descripcion, Currency precio, double cantidad,
+                                 double tasa) {
     commands_.push_back(
         session_.ItemCommand(documents::ItemKind::kSale, descripcion, precio, cantidad, tasa));
 }
 
-void CommandCollector::RefundItem(const std::string& descripcion, Currency precio,
-                                  double cantidad, double tasa) {
+void CommandCollector::RefundItem(const std::string& descripcion, Currency precio, double cantidad,
+                                  double tasa) {
     commands_.push_back(
         session_.ItemCommand(documents::ItemKind::kRefund, descripcion, precio, cantidad, tasa));
 }
@@ -71,7 +72,8 @@ void CommandCollector::ReporteDiario(const std::string& rango, const std::string
 }
 
 void CommandCollector::SetHeader(int linea, const std::string& texto) {
-    commands_.push_back(documents::SetHeaderCommand(Variant(static_cast<std::int32_t>(linea)), texto));
+    commands_.push_back(
+        documents::SetHeaderCommand(Variant(static_cast<std::int32_t>(linea)), texto));
 }
 
 void CommandCollector::SetFooter(int linea, const std::string& texto) {

@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <mutex>
-
 #include <nlohmann/json.hpp>
 
 namespace corvid::service {

@@ -16,18 +16,19 @@ nlohmann::json JobJson(const JobRecord& job) {
                  {"DescripcionError", job.error->description},
                  {"status", job.error->status}};
     }
-    return {{"id", job.id},
-            {"key", job.key},
-            {"printer", job.printer},
-            {"type", job.type},
-            {"state", NameOf(job.state)},
-            {"created", job.created},
-            {"finished", job.finished.empty() ? nlohmann::json(nullptr) : job.finished},
-            {"steps", steps},
-            {"document_number", job.documentNumber ? nlohmann::json(*job.documentNumber)
-                                                   : nlohmann::json(nullptr)},
-            {"error", error},
-            {"evidence", job.evidence}};
+    return {
+        {"id", job.id},
+        {"key", job.key},
+        {"printer", job.printer},
+        {"type", job.type},
+        {"state", NameOf(job.state)},
+        {"created", job.created},
+        {"finished", job.finished.empty() ? nlohmann::json(nullptr) : nlohmann::json(job.finished)},
+        {"steps", steps},
+        {"document_number",
+         job.documentNumber ? nlohmann::json(*job.documentNumber) : nlohmann::json(nullptr)},
+        {"error", error},
+        {"evidence", job.evidence}};
 }
 
 }  // namespace corvid::service

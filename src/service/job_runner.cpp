@@ -146,8 +146,7 @@ std::optional<std::size_t> JobRunner::Recover(Job& job, std::size_t k) {
 }
 
 // `sentStep`: the first step the journal does not confirm.
-std::optional<std::size_t> JobRunner::Apply(Job& job, const Resume& resume,
-                                            std::size_t sentStep) {
+std::optional<std::size_t> JobRunner::Apply(Job& job, const Resume& resume, std::size_t sentStep) {
     const std::size_t steps = job.plan.steps.size();
     switch (resume.verdict) {
         case Resume::Verdict::kDone:
@@ -201,8 +200,7 @@ JobError JobRunner::PrinterError() {
     const session::ExchangeOutcome outcome = c_.printer.outcome();
     c_.printer.GetStatus();
     return {outcome.pfError, text::Utf8FromWindows1252(outcome.DescripcionError),
-            text::Utf8FromWindows1252(c_.printer.explainSTS1() + "; " +
-                                      c_.printer.explainSTS2())};
+            text::Utf8FromWindows1252(c_.printer.explainSTS1() + "; " + c_.printer.explainSTS2())};
 }
 
 void JobRunner::CancelOpenDocument() { c_.printer.Execute(documents::kCancelCommand); }

@@ -12,6 +12,7 @@
 
 #include "service/job_plan.h"
 #include "service/journal.h"
+#include "service/open_document_policy.h"
 #include "service/printer_snapshot.h"
 #include "service/resume.h"
 
@@ -20,9 +21,6 @@ class PrinterFiscal;
 }
 
 namespace corvid::service {
-
-// What to do with a document the printer still has open when a stopped job is taken up.
-enum class OpenDocumentPolicy { kComplete, kCancel };
 
 struct RunnerContext {
     session::PrinterFiscal& printer;

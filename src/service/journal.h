@@ -26,12 +26,12 @@ std::optional<JobState> JobStateNamed(std::string_view name);
 std::string_view NameOf(StepState state);
 
 struct StepRecord {
-    int seq = 0;            // 0-based order in the job
-    std::string what;       // for people (UTF-8): "item 2: Café molido 500 g, 1 x 95.00 at 16%"
-    std::string kind;       // what the step does to the document ("item", "payment", ...)
-    std::string command;    // the block's text, printer code page
+    int seq = 0;          // 0-based order in the job
+    std::string what;     // for people (UTF-8): "item 2: Café molido 500 g, 1 x 95.00 at 16%"
+    std::string kind;     // what the step does to the document ("item", "payment", ...)
+    std::string command;  // the block's text, printer code page
     StepState state = StepState::kPending;
-    std::string learnt;     // what the printer told about this step (UTF-8), may be empty
+    std::string learnt;  // what the printer told about this step (UTF-8), may be empty
 };
 
 struct JobError {

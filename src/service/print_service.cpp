@@ -43,8 +43,8 @@ Submission PrintService::Submit(const std::string& key, const jobs::JobRequest& 
     }
     PrinterWorker* worker = WorkerOf(printer);
     if (worker == nullptr) return {Submission::Outcome::kUnknownPrinter, nullptr};
-    const Admission admission = journal_.Admit(
-        {key, printer, std::string(jobs::NameOf(request.type)), request.canonical});
+    const Admission admission =
+        journal_.Admit({key, printer, std::string(jobs::NameOf(request.type)), request.canonical});
     switch (admission.outcome) {
         case Admission::Outcome::kCreated:
             events_.Publish({{"event", "job"}, {"job", JobJson(admission.job)}});
@@ -76,9 +76,8 @@ Resolution PrintService::Resolve(std::int64_t id, bool done) {
     const std::optional<JobRecord> job = journal_.Find(id);
     if (!job) return Resolution::kUnknownJob;
     if (job->state != JobState::kAttention) return Resolution::kNotInAttention;
-    journal_.Finish(id, done ? JobState::kDone : JobState::kFailed, job->documentNumber,
-                    job->error, job->evidence + "; resolved by a person as " +
-                                    (done ? "done" : "failed"));
+    journal_.Finish(id, done ? JobState::kDone : JobState::kFailed, job->documentNumber, job->error,
+                    job->evidence + "; resolved by a person as " + (done ? "done" : "failed"));
     if (const std::optional<JobRecord> resolved = journal_.Find(id)) {
         events_.Publish({{"event", "job"}, {"job", JobJson(*resolved)}});
     }
@@ -95,7 +94,8 @@ std::optional<nlohmann::json> PrintService::PrinterStatus(const std::string& pri
     PrinterWorker* worker = WorkerOf(printer);
     if (worker == nullptr) return std::nullopt;
     std::optional<nlohmann::json> status = worker->Query(describeStatus_, 10s);
-    if (!status) return nlohmann::json{{"printer", printer}, {"busy", true}, {"view", worker->View()}};
+    if (!status)
+        return nlohmann::json{{"printer", printer}, {"busy", true}, {"view", worker->View()}};
     return status;
 }
 

@@ -44,8 +44,11 @@ std::int64_t Counters::Of(Counter counter) const {
 }
 
 nlohmann::json Counters::ToJson() const {
-    return {{"invoice", invoice},   {"credit_note", creditNote}, {"nonfiscal", nonFiscal},
-            {"closures", closures}, {"reports", reports}};
+    return {{"invoice", invoice},
+            {"credit_note", creditNote},
+            {"nonfiscal", nonFiscal},
+            {"closures", closures},
+            {"reports", reports}};
 }
 
 Counters Counters::FromJson(const nlohmann::json& json) {

@@ -59,8 +59,7 @@ void PrinterWorker::Loop() {
     while (!OpenSession()) {
         if (StoppingAfter(1s)) return;
     }
-    JobRunner runner({*printer_, journal_, setup_.policy,
-                      [this](std::int64_t id) { Publish(id); },
+    JobRunner runner({*printer_, journal_, setup_.policy, [this](std::int64_t id) { Publish(id); },
                       [this](const char* kind) { metrics_.CountLineFault(setup_.name, kind); },
                       [this](double seconds) { metrics_.ObserveExchange(seconds); },
                       [this] { return AwaitPrinter(); }});
@@ -115,8 +114,8 @@ void PrinterWorker::NoteStatus(bool online) {
         if (online) {
             sts1_ = sts1;
             sts2_ = sts2;
-            statusText_ = text::Utf8FromWindows1252(printer_->explainSTS1() + "; " +
-                                                    printer_->explainSTS2());
+            statusText_ =
+                text::Utf8FromWindows1252(printer_->explainSTS1() + "; " + printer_->explainSTS2());
         }
     }
     if (changed) PublishPrinter();
@@ -128,14 +127,15 @@ void PrinterWorker::Publish(std::int64_t id) {
     }
 }
 
-void PrinterWorker::PublishPrinter() { events_.Publish({{"event", "printer"}, {"printer", View()}}); }
+void PrinterWorker::PublishPrinter() {
+    events_.Publish({{"event", "printer"}, {"printer", View()}});
+}
 
 nlohmann::json PrinterWorker::View() const {
     std::lock_guard lock(mutex_);
-    return {{"id", setup_.name},          {"port", setup_.port},   {"online", online_},
-            {"sts1", sts1_},              {"sts2", sts2_},         {"status_text", statusText_},
-            {"serial", serial_},          {"model", model_},
-            {"queue", static_cast<int>(queue_.size())}};
+    return {{"id", setup_.name}, {"port", setup_.port}, {"online", online_},
+            {"sts1", sts1_},     {"sts2", sts2_},       {"status_text", statusText_},
+            {"serial", serial_}, {"model", model_},     {"queue", static_cast<int>(queue_.size())}};
 }
 
 PrinterGauge PrinterWorker::Gauge() const {

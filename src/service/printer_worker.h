@@ -10,11 +10,10 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <thread>
-
-#include <nlohmann/json.hpp>
 
 #include "service/event_hub.h"
 #include "service/job_runner.h"

@@ -33,9 +33,9 @@ struct StepProgress {
 struct Resume {
     enum class Verdict { kDone, kRunFrom, kAttention };
     Verdict verdict = Verdict::kRunFrom;
-    std::size_t from = 0;      // kRunFrom: the first step the printer does not show
-    std::int64_t number = 0;   // kDone: the document's number
-    std::string evidence;      // what was decided and why (UTF-8)
+    std::size_t from = 0;     // kRunFrom: the first step the printer does not show
+    std::int64_t number = 0;  // kDone: the document's number
+    std::string evidence;     // what was decided and why (UTF-8)
 };
 
 Resume FindResume(const JobPlan& plan, const std::vector<StepProgress>& progress,

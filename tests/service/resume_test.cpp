@@ -1,7 +1,7 @@
 // Where a job stands after a lost reply or a restart, decided from what the printer shows.
-#include <gtest/gtest.h>
-
 #include "service/resume.h"
+
+#include <gtest/gtest.h>
 
 namespace corvid::service {
 namespace {
@@ -80,7 +80,8 @@ TEST(FindResume, DecidesFromThePrintersOwnState) {
     before.invoice = 41;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const Resume resume = FindResume(SalePlan(), SentAt(c.sent, c.subtotalBefore), before, c.now);
+        const Resume resume =
+            FindResume(SalePlan(), SentAt(c.sent, c.subtotalBefore), before, c.now);
         EXPECT_EQ(resume.verdict, c.verdict) << resume.evidence;
         if (c.verdict == Verdict::kRunFrom) EXPECT_EQ(resume.from, c.from);
         if (c.verdict == Verdict::kDone) EXPECT_EQ(resume.number, c.number);

@@ -5,17 +5,10 @@
 
 namespace corvid::tool {
 
-namespace {
-
-// The port the tool maps a device file or the simulator to.
-constexpr std::int16_t kMappedPort = 1;
-
-}  // namespace
-
-PrinterTarget::PrinterTarget(const std::optional<PortChoice>& choice) {
+PrinterTarget::PrinterTarget(const std::optional<PortChoice>& choice, std::int16_t mappedPort) {
     if (!choice) {
         simulator_ = StartSimulatedPrinter();
-        port_ = kMappedPort;
+        port_ = mappedPort;
         mapped_ = true;
         serial::SetPortDevice(port_, simulator_->DevicePath());
         description_ = "the built-in simulated printer on " + simulator_->DevicePath();
@@ -23,7 +16,7 @@ PrinterTarget::PrinterTarget(const std::optional<PortChoice>& choice) {
         port_ = choice->number;
         description_ = "COM" + std::to_string(port_) + " (" + DeviceOfPort(port_) + ")";
     } else {
-        port_ = kMappedPort;
+        port_ = mappedPort;
         mapped_ = true;
         serial::SetPortDevice(port_, choice->device);
         description_ = choice->device;

@@ -16,7 +16,8 @@ class PrinterTarget {
   public:
     // No choice: start the simulator. Nothing is opened for a port until the session opens
     // it.
-    explicit PrinterTarget(const std::optional<PortChoice>& choice);
+    // A device file or the simulator is reached as COM`mappedPort`.
+    explicit PrinterTarget(const std::optional<PortChoice>& choice, std::int16_t mappedPort = 1);
     ~PrinterTarget();
     PrinterTarget(const PrinterTarget&) = delete;
     PrinterTarget& operator=(const PrinterTarget&) = delete;

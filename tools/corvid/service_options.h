@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "corvid/port_choice.h"
+#include "service/open_document_policy.h"
 
 namespace corvid::tool {
 
@@ -23,8 +24,7 @@ struct NamedPrinter {
     PortChoice port;
 };
 
-// What the service does with a document it finds open on the printer after a restart.
-enum class OpenDocumentPolicy { kComplete, kCancel };
+using service::OpenDocumentPolicy;
 
 struct ServeOptions {
     std::vector<NamedPrinter> printers;  // none: the built-in simulated printer as "default"
