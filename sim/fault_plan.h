@@ -33,6 +33,7 @@ struct CountedFault {
 struct FaultPlan {
     int nakBlocks = 0;     // refuse the next N blocks with NAK, whatever their check
     int ignoreBlocks = 0;  // answer nothing to the next N blocks
+    int ignoreSkip = 0;    // blocks to answer first, before ignoreBlocks starts
     int silentEnqs = 0;    // answer nothing to the next N status requests
     bool muted = false;    // answer nothing at all (the line is dead)
 

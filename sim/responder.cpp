@@ -33,7 +33,9 @@ std::optional<Reply> Responder::Answer(const HostUnit& unit) {
 }
 
 std::optional<Reply> Responder::AnswerBlock(const HostUnit& unit) {
-    if (faults_.ignoreBlocks > 0) {
+    if (faults_.ignoreBlocks > 0 && faults_.ignoreSkip > 0) {
+        --faults_.ignoreSkip;
+    } else if (faults_.ignoreBlocks > 0) {
         --faults_.ignoreBlocks;
         return std::nullopt;
     }

@@ -83,8 +83,12 @@ TEST(FindResume, DecidesFromThePrintersOwnState) {
         const Resume resume =
             FindResume(SalePlan(), SentAt(c.sent, c.subtotalBefore), before, c.now);
         EXPECT_EQ(resume.verdict, c.verdict) << resume.evidence;
-        if (c.verdict == Verdict::kRunFrom) EXPECT_EQ(resume.from, c.from);
-        if (c.verdict == Verdict::kDone) EXPECT_EQ(resume.number, c.number);
+        if (c.verdict == Verdict::kRunFrom) {
+            EXPECT_EQ(resume.from, c.from);
+        }
+        if (c.verdict == Verdict::kDone) {
+            EXPECT_EQ(resume.number, c.number);
+        }
     }
 }
 

@@ -48,12 +48,13 @@ NamedPrinter ParseNamedPrinter(const std::string& text) {
 void ParseListen(const std::string& text, ServeOptions& options) {
     const std::size_t colon = text.rfind(':');
     std::string address = colon == std::string::npos ? std::string() : text.substr(0, colon);
-    const auto port =
-        colon == std::string::npos ? std::nullopt : PortNumber(text.substr(colon + 1));
+    // Port 0 lets the system pick a free port; the service prints the one it got.
+    const std::string portText = colon == std::string::npos ? "" : text.substr(colon + 1);
+    const auto port = portText == "0" ? std::optional<std::uint16_t>(0) : PortNumber(portText);
     if (address.size() > 2 && address.front() == '[' && address.back() == ']')
         address = address.substr(1, address.size() - 2);
     if (address.empty() || !port || address.find_first_of("[]/ ") != std::string::npos)
-        Refuse("expected ADDRESS:PORT (port 1 to 65535)");
+        Refuse("expected ADDRESS:PORT (port 0 to 65535, 0 for any free one)");
     options.listenAddress = address;
     options.listenPort = *port;
 }
