@@ -64,13 +64,15 @@ Resume InOpenDocument(const JobPlan& plan, const std::vector<StepProgress>& prog
 
 Resume FindResume(const JobPlan& plan, const std::vector<StepProgress>& progress,
                   const Counters& before, const PrinterSnapshot& now) {
+    // A printer may count a document from its first item or only once it closes: while
+    // it is open, the counter has moved by one or not at all.
     const std::int64_t moved = now.counters.Of(plan.counter) - before.Of(plan.counter);
     if (moved == 1 && now.documentKind == kNoDocument) {
         const std::int64_t number = now.counters.Of(plan.counter);
         return {Resume::Verdict::kDone, 0, number,
                 "the printer closed document " + std::to_string(number)};
     }
-    if (moved != 0) {
+    if (moved != 0 && moved != 1) {
         return Attention("the printer's counter moved by " + std::to_string(moved), now);
     }
     if (now.documentKind == kNoDocument) {

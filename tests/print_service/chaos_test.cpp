@@ -64,7 +64,9 @@ std::vector<Chaos> Chaoses() {
     return {
         {"kill -9", [](sim::Simulator&, int, const StepMark&) {}, none, true},
         {"power cut",
-         [](sim::Simulator& p, int, const StepMark& m) { p.PowerCutAfter(m.blocksBefore + 1, 1500ms); },
+         [](sim::Simulator& p, int, const StepMark& m) {
+             p.PowerCutAfter(m.blocksBefore + 1, 1500ms);
+         },
          [](sim::Simulator& p) {
              const auto entries = p.transcript().Entries();
              return std::any_of(entries.begin(), entries.end(), [](const Entry& e) {
@@ -113,18 +115,23 @@ std::size_t Occurrences(const std::string& text, const std::string& what) {
 // What is wrong with a finished run; empty when nothing is.
 std::string Verdict(const nlohmann::json& job, const std::string& paper) {
     if (!job.is_object() || job.value("state", "") != "done") {
-        return "job " + (job.is_object() ? job.value("state", "?") + ": " + job.value("evidence", "")
-                                         : std::string("unreadable"));
+        return "job " + (job.is_object()
+                             ? job.value("state", "?") + ": " + job.value("evidence", "")
+                             : std::string("unreadable"));
     }
-    const std::size_t invoices = Occurrences(paper, "FACTURA") - Occurrences(paper, "FACTURA AFECTADA");
+    const std::size_t invoices =
+        Occurrences(paper, "FACTURA") - Occurrences(paper, "FACTURA AFECTADA");
     if (invoices != 1) return std::to_string(invoices) + " invoices on the paper";
     for (const char* item : kItems) {
-        if (Occurrences(paper, item) != 1) return std::string(item) + " printed " + std::to_string(Occurrences(paper, item)) + " times";
+        if (Occurrences(paper, item) != 1)
+            return std::string(item) + " printed " + std::to_string(Occurrences(paper, item)) +
+                   " times";
     }
     if (paper.find("372,51") == std::string::npos) return "no total 372,51";
     char number[16];
     std::snprintf(number, sizeof number, "%08lld", job["document_number"].get<long long>());
-    if (paper.find(number) == std::string::npos) return "the paper has no document " + std::string(number);
+    if (paper.find(number) == std::string::npos)
+        return "the paper has no document " + std::string(number);
     return "";
 }
 
@@ -140,7 +147,8 @@ class PrintServiceChaos : public ::testing::Test {
         const Reply posted = Post(service.target(), "sale-" + cell, SampleSaleJob());
         if (posted.status != 202) return "post answered " + std::to_string(posted.status);
         if (chaos && chaos->killed) {
-            if (!printer.WaitForAcceptedBlocks(mark.blocksBefore + 1, 20s)) return "block never came";
+            if (!printer.WaitForAcceptedBlocks(mark.blocksBefore + 1, 20s))
+                return "block never came";
             service.Kill();
             service.Start();
         }
@@ -187,12 +195,13 @@ TEST_F(PrintServiceChaos, EveryRunEndsWithExactlyOneReceipt) {
     for (std::size_t step = 0; step < marks.size(); ++step) {
         table << std::left << std::setw(30) << marks[step].what;
         for (const Chaos& chaos : chaoses) {
-            const std::string cell = std::to_string(step) + "-" + std::to_string(&chaos - chaoses.data());
+            const std::string cell =
+                std::to_string(step) + "-" + std::to_string(&chaos - chaoses.data());
             sim::Simulator printer;
             const std::string verdict =
                 RunSale(cell, &chaos, static_cast<int>(step), marks[step], printer);
-            EXPECT_EQ(verdict, "") << chaos.name << " at step " << step + 1 << " ("
-                                   << marks[step].what << ")";
+            EXPECT_EQ(verdict, "")
+                << chaos.name << " at step " << step + 1 << " (" << marks[step].what << ")";
             table << std::setw(11) << (verdict.empty() ? "ok" : "FAIL");
         }
         table << "\n";

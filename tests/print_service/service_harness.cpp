@@ -44,10 +44,10 @@ void ServiceProcess::Start() {
     posix_spawn_file_actions_addclose(&actions, pipe[0]);
     posix_spawn_file_actions_addchdir_np(&actions, folder_.c_str());
     const std::string printer = "default=" + device_, data = (folder_ / "data").string();
-    const char* argv[] = {CORVID_TOOL, "serve", "--printer", printer.c_str(), "--data",
+    const char* argv[] = {CORVID_TOOL,  "serve",    "--printer",   printer.c_str(), "--data",
                           data.c_str(), "--listen", "127.0.0.1:0", nullptr};
-    const int failed = posix_spawn(&pid_, CORVID_TOOL, &actions, nullptr,
-                                   const_cast<char* const*>(argv), environ);
+    const int failed =
+        posix_spawn(&pid_, CORVID_TOOL, &actions, nullptr, const_cast<char* const*>(argv), environ);
     posix_spawn_file_actions_destroy(&actions);
     ::close(pipe[1]);
     if (failed != 0) throw std::runtime_error("corvid serve did not start");

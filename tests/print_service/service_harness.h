@@ -8,9 +8,8 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <string>
-
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "corvid/service_http.h"
 

@@ -17,7 +17,8 @@ namespace beast = boost::beast;
 namespace http = beast::http;
 using boost::asio::ip::tcp;
 
-const std::string kSale = R"({"printer": "front", "type": "sale", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})";
+const std::string kSale =
+    R"({"printer": "front", "type": "sale", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})";
 
 // Two printers, front and back; one token, "secret". Counts what would change the journal.
 class FakeDesk : public JobDesk {
@@ -153,9 +154,14 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
         {Post("/v1/jobs", kSale, "caf\xC3\xA9"), 400, "1 to 128 printable"},
         {Post("/v1/jobs", R"({"type": "sale", "printer": "front", "document": {}})"), 400,
          "document.items: missing"},
-        {Post("/v1/jobs", R"({"type": "sale", "printer": "side", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})"), 404,
-         "no printer side"},
-        {Post("/v1/jobs", R"({"type": "sale", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})"), 400, "printer"},
+        {Post(
+             "/v1/jobs",
+             R"({"type": "sale", "printer": "side", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})"),
+         404, "no printer side"},
+        {Post(
+             "/v1/jobs",
+             R"({"type": "sale", "document": {"items": [{"description": "Pan", "price": 1, "quantity": 1, "rate": 16}], "payments": [{"means": 1, "amount": 1.16}]}})"),
+         400, "printer"},
         {{"GET", "/v1/jobs?limit=501"}, 400, "limit=501"},
         {{"GET", "/v1/jobs?since=2026-02-30"}, 400, "since=2026-02-30"},
         {{"GET", "/v1/jobs?state=lost"}, 400, "state=lost"},

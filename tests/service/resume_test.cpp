@@ -66,6 +66,7 @@ TEST(FindResume, DecidesFromThePrintersOwnState) {
         {"the closing payment took: done with the next number", 7, {}, Shows(0, 0, 0, 0, 42), Verdict::kDone, 0, 42},
         {"the counter moved by two", 7, {}, Shows(0, 0, 0, 0, 43), Verdict::kAttention, 0, 0},
         {"second item not shown: send it", 3, {}, Shows(1, 2000, 0, 7700, 41), Verdict::kRunFrom, 3, 0},
+        {"an open invoice already counted", 3, {}, Shows(1, 2000, 0, 7700, 42), Verdict::kRunFrom, 3, 0},
         {"second item shown: go on with the subtotal", 3, {}, Shows(1, 3000, 0, 9000, 41), Verdict::kRunFrom, 4, 0},
         {"subtotal unsure: never printed twice", 4, {}, Shows(1, 3000, 0, 9000, 41), Verdict::kRunFrom, 5, 0},
         {"discount moved the subtotal: taken", 5, 9000, Shows(1, 3000, 0, 8550, 41), Verdict::kRunFrom, 6, 0},
