@@ -39,6 +39,7 @@ test-native: native
 	@echo "== native unit and end-to-end tests"
 	@cd $(NATIVE) && ctest --output-on-failure
 	@cat $(NATIVE)/tests/fault-matrix.txt
+	@cat $(NATIVE)/tests/chaos-matrix.txt
 
 test-asan: asan
 	@echo "== unit tests under AddressSanitizer + UndefinedBehaviorSanitizer"

@@ -109,9 +109,11 @@ TEST_F(PrintServiceContract, ManyTerminalsShareOnePrinter) {
         std::int64_t previous = 0;
         for (int d = 0; d < kDocuments; ++d) {
             const std::string tag = "T" + std::to_string(t) + " N" + std::to_string(d) + ".";
-            const nlohmann::json job = Get(service.target(), "/v1/jobs/" + std::to_string(ids[t][d])).body;
+            const nlohmann::json job =
+                Get(service.target(), "/v1/jobs/" + std::to_string(ids[t][d])).body;
             EXPECT_EQ(job["state"], "done") << tag;
-            const std::int64_t number = job["document_number"].is_number() ? job["document_number"].get<std::int64_t>() : 0;
+            const std::int64_t number =
+                job["document_number"].is_number() ? job["document_number"].get<std::int64_t>() : 0;
             EXPECT_GT(number, previous) << tag << " printed out of its terminal's order";
             previous = number;
             EXPECT_EQ(Occurrences(paper, tag), 1u) << tag;
