@@ -3,7 +3,7 @@
 #include <charconv>
 
 #include "service/api_errors.h"
-#include "service/iso_time.h"
+#include "service/journal_time.h"
 
 namespace corvid::service {
 namespace {
@@ -26,7 +26,7 @@ JobQuery JobQueryOf(const std::vector<std::pair<std::string, std::string>>& para
     JobQuery query;
     for (const auto& [name, value] : params) {
         if (name == "since") {
-            query.since = JournalTime(value);
+            query.since = NormalizedUtcTime(value);
             if (!query.since) Refuse(name, value, "an ISO 8601 date or time");
         } else if (name == "state") {
             query.state = JobStateNamed(value);

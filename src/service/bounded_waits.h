@@ -3,21 +3,16 @@
 // worker. While one of these lives, "MaxWait" reads as 5 seconds unless set above 0.
 #pragma once
 
-#include <memory>
-
-#include "host/settings_store.h"
+#include "host/setting_override.h"
 
 namespace corvid::service {
 
 class BoundedWaits {
   public:
     BoundedWaits();
-    ~BoundedWaits();
-    BoundedWaits(const BoundedWaits&) = delete;
-    BoundedWaits& operator=(const BoundedWaits&) = delete;
 
   private:
-    std::shared_ptr<host::SettingsSource> previous_;
+    host::SettingOverride override_;
 };
 
 }  // namespace corvid::service

@@ -2,9 +2,9 @@
 // the ini file and the per-user store say; every other setting is read as usual.
 #pragma once
 
-#include <memory>
+#include <optional>
 
-#include "host/settings_store.h"
+#include "host/setting_override.h"
 
 namespace corvid::tool {
 
@@ -12,12 +12,9 @@ class TestModeSettings {
   public:
     // Does nothing when `on` is false.
     explicit TestModeSettings(bool on);
-    ~TestModeSettings();
-    TestModeSettings(const TestModeSettings&) = delete;
-    TestModeSettings& operator=(const TestModeSettings&) = delete;
 
   private:
-    std::shared_ptr<host::SettingsSource> previous_;
+    std::optional<host::SettingOverride> override_;
 };
 
 }  // namespace corvid::tool
