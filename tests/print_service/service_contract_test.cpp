@@ -63,6 +63,10 @@ TEST_F(PrintServiceContract, OneKeyGivesOneJobAndOneReceipt) {
     }
     EXPECT_EQ(AwaitEnd(service.target(), id, 30s)["state"], "done");
     EXPECT_EQ(Post(service.target(), "till-1/0042", TaggedSale("other")).status, 409);
+    // The tool as a client: the same key follows the same job; a new one prints once more.
+    const std::string sample = std::string(CORVID_SAMPLES) + "/sale.json";
+    EXPECT_EQ(RunClient(service.target(), {"--key", "till-1/0042", "sale", sample}), 0);
+    EXPECT_EQ(RunClient(service.target(), {"--key", "till-1/0043", "sale", sample}), 0);
 
     // Refusals queue nothing.
     const std::size_t jobs = JobCount(service.target());
@@ -78,7 +82,7 @@ TEST_F(PrintServiceContract, OneKeyGivesOneJobAndOneReceipt) {
     elsewhere["printer"] = "back";
     EXPECT_EQ(Post(service.target(), "k-404", elsewhere).status, 404);
     EXPECT_EQ(JobCount(service.target()), jobs);
-    EXPECT_EQ(Invoices(printer_.PaperText()), 1u);
+    EXPECT_EQ(Invoices(printer_.PaperText()), 2u);
 }
 
 TEST_F(PrintServiceContract, ManyTerminalsShareOnePrinter) {

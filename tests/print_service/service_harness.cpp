@@ -1,5 +1,6 @@
 #include "print_service/service_harness.h"
 
+#include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -95,6 +96,25 @@ nlohmann::json AwaitEnd(const tool::ServiceTarget& target, std::int64_t id,
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return job;
+}
+
+int RunClient(const tool::ServiceTarget& target, const std::vector<std::string>& args) {
+    std::vector<std::string> words = {CORVID_TOOL, "--service",
+                                      "http://127.0.0.1:" + std::to_string(target.port), "--token",
+                                      target.token};
+    words.insert(words.end(), args.begin(), args.end());
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t pid = -1;
+    const int failed = posix_spawn(&pid, CORVID_TOOL, &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = -1;
+    if (failed != 0 || ::waitpid(pid, &status, 0) != pid) return -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 nlohmann::json SampleSaleJob() {

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "corvid/service_http.h"
 
@@ -46,6 +47,8 @@ Reply Get(const tool::ServiceTarget& target, const std::string& path);
 // Asks for the job until it ends (done, failed, cancelled, attention) or `limit` passes.
 nlohmann::json AwaitEnd(const tool::ServiceTarget& target, std::int64_t id,
                         std::chrono::seconds limit);
+// Runs `corvid --service URL --token T ARGS...` as a client of the service; its exit status.
+int RunClient(const tool::ServiceTarget& target, const std::vector<std::string>& args);
 // The sample sale (customer, four items, a discount, two payments) as a job.
 nlohmann::json SampleSaleJob();
 
