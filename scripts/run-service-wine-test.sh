@@ -8,6 +8,7 @@
 # checks that the prefix's Wine session ends. One PASS or FAIL line per check, then
 # "N passed, M failed"; exits non-zero on any failure.
 set -uo pipefail
+# shellcheck source=scripts/wine-loader.sh
 . "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 unset DISPLAY
 
@@ -41,7 +42,8 @@ cleanup() {
     [ -n "$serve_pid" ] && kill -KILL "$serve_pid" 2>/dev/null && wait "$serve_pid" 2>/dev/null
     [ -n "$sim_pid" ] && kill "$sim_pid" 2>/dev/null && wait "$sim_pid" 2>/dev/null
     rm -f "${link:-}"
-    serve_pid= sim_pid=
+    serve_pid=""
+    sim_pid=""
 }
 finish() {
     cleanup
@@ -120,7 +122,7 @@ ended() {
 await ended
 number=$(field document_number <<<"$job")
 check "the job is done with a document number ($(field state <<<"$job") $number)" \
-    test "$(field state <<<"$job")" = done -a -n "$number" -a "$number" != null
+    test "$(field state <<<"$job")" = "done" -a -n "$number" -a "$number" != null
 
 # The paper shows one invoice, titled with the job's number in eight digits.
 invoices=$(grep -E '^FACTURA +[0-9]+$' "$work/sale.paper" 2>/dev/null)
