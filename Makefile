@@ -8,7 +8,7 @@ FUZZ := build/fuzz
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-window test-windows32 test-fuzz demo bench fuzz soak mutants format clean
+	test-automation test-service-windows test-window test-windows32 test-fuzz demo bench fuzz soak mutants format clean
 
 all: native windows windows32
 
@@ -50,6 +50,12 @@ test-windows: windows native
 	@CORVID_SIM=$(abspath $(NATIVE)/sim/corvid-sim) \
 		scripts/wine-env.sh $(WINDOWS) ctest --test-dir $(WINDOWS) --output-on-failure
 
+# `corvid.exe serve` under Wine on COM5 of the prefix, linked to the simulator: a sale
+# posted twice with one key prints one invoice.
+test-service-windows: windows native
+	@echo "== print service under Wine: a sale on COM5"
+	@scripts/run-service-wine-test.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
+
 # The preview window under Xvfb, driven from outside, with screenshots in
 # build/windows/screenshots; and a VBScript host receiving a click.
 test-window: windows
@@ -71,7 +77,7 @@ test-fuzz: deps
 	@echo "== fuzz programs, a few seconds each"
 	@FUZZ_SMOKE_SECONDS=$${FUZZ_SMOKE_SECONDS:-5} scripts/fuzz.sh smoke $(FUZZ)
 
-test: test-native test-asan test-windows test-automation test-window test-windows32 test-fuzz
+test: test-native test-asan test-windows test-automation test-service-windows test-window test-windows32 test-fuzz
 
 fuzz: deps
 	@FUZZ_MAX_SECONDS=$${FUZZ_MAX_SECONDS:-0} scripts/fuzz.sh full $(FUZZ)
