@@ -115,12 +115,19 @@ struct Journal::Database {
         // WAL lets readers go on while a step is written; FULL syncs the log on every
         // commit, so a change that returned is on disk.
         connection.Execute("PRAGMA busy_timeout = 5000");
-        connection.Execute("PRAGMA journal_mode = WAL");
+        // Switching to WAL takes the file for itself and does not wait for a busy one; a
+        // journal already in WAL (every one but a new file) is left as it is, so that
+        // `corvid token` beside a running service never fails on it.
+        if (!InWalMode()) connection.Execute("PRAGMA journal_mode = WAL");
         connection.Execute("PRAGMA synchronous = FULL");
         connection.Execute("PRAGMA foreign_keys = ON");
         connection.Execute(kSchema);
     }
 
+    bool InWalMode() {
+        sqlite::Statement mode(connection, "PRAGMA journal_mode");
+        return mode.Step() && mode.Text(0) == "wal";
+    }
     std::optional<JobRecord> FindLocked(std::int64_t id);
     std::optional<JobRecord> FindByKeyLocked(const std::string& key);
     std::vector<StepRecord> StepsOf(std::int64_t id);

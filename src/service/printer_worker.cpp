@@ -10,6 +10,10 @@ namespace corvid::service {
 
 using namespace std::chrono_literals;
 
+namespace {
+constexpr auto kIdleProbe = 5s;
+}
+
 PrinterWorker::PrinterWorker(PrinterSetup setup, Journal& journal, EventHub& events,
                              Metrics& metrics)
     : setup_(std::move(setup)), journal_(journal), events_(events), metrics_(metrics) {}
@@ -47,14 +51,6 @@ bool PrinterWorker::StoppingAfter(std::chrono::milliseconds period) {
     return wake_.wait_for(lock, period, [this] { return stopping_; });
 }
 
-std::optional<std::int64_t> PrinterWorker::NextJob() {
-    std::unique_lock lock(mutex_);
-    // Bounded waits: a stop is seen at once through the condition, and nothing spins.
-    while (!stopping_ && queue_.empty()) wake_.wait_for(lock, 1s);
-    if (stopping_) return std::nullopt;
-    return queue_.front();
-}
-
 void PrinterWorker::Loop() {
     while (!OpenSession()) {
         if (StoppingAfter(1s)) return;
@@ -63,14 +59,42 @@ void PrinterWorker::Loop() {
                       [this](const char* kind) { metrics_.CountLineFault(setup_.name, kind); },
                       [this](double seconds) { metrics_.ObserveExchange(seconds); },
                       [this] { return AwaitPrinter(); }});
-    while (const std::optional<std::int64_t> id = NextJob()) {
+    for (;;) {
+        std::optional<std::int64_t> id;
         {
-            std::lock_guard session(sessionMutex_);
-            runner.Run(*id);
+            std::unique_lock lock(mutex_);
+            // An idle printer is asked for its status now and then, so that its state,
+            // paper and presence are known before the next job.
+            wake_.wait_for(lock, kIdleProbe, [this] { return stopping_ || !queue_.empty(); });
+            if (stopping_) return;
+            if (!queue_.empty()) id = queue_.front();
         }
+        std::lock_guard session(sessionMutex_);
+        if (!id) {
+            Probe();
+            continue;
+        }
+        runner.Run(*id);
         std::lock_guard lock(mutex_);
         if (stopping_) return;
         queue_.pop_front();
+    }
+}
+
+void PrinterWorker::Probe() {
+    printer_->GetStatus();
+    const bool answered = printer_->outcome().pfError == session::pfOk;
+    NoteStatus(answered);
+    if (!answered) Reopen();
+}
+
+// A port that went away (an adapter unplugged, a server restarted) is opened afresh, so
+// the printer is found again when it comes back.
+void PrinterWorker::Reopen() {
+    try {
+        printer_->Abrir(setup_.portNumber);
+    } catch (const std::exception&) {
+        // Still gone: the next probe tries again.
     }
 }
 
@@ -79,10 +103,13 @@ bool PrinterWorker::OpenSession() {
     try {
         auto printer = std::make_unique<session::PrinterFiscal>();
         printer->Abrir(setup_.portNumber);
-        std::lock_guard lock(mutex_);
-        serial_ = printer->SerialPrinter();
-        model_ = std::to_string(printer->tipoPrinter());
-        printer_ = std::move(printer);
+        {
+            std::lock_guard lock(mutex_);
+            serial_ = printer->SerialPrinter();
+            model_ = std::to_string(printer->tipoPrinter());
+            printer_ = std::move(printer);
+        }
+        Probe();
         return true;
     } catch (const std::exception& error) {
         std::lock_guard lock(mutex_);
@@ -101,6 +128,7 @@ std::optional<PrinterSnapshot> PrinterWorker::AwaitPrinter() {
         if (snapshot) return snapshot;
         metrics_.CountLineFault(setup_.name, "no_answer");
         if (StoppingAfter(1s)) return std::nullopt;
+        Reopen();
     }
 }
 
@@ -116,6 +144,8 @@ void PrinterWorker::NoteStatus(bool online) {
             sts2_ = sts2;
             statusText_ =
                 text::Utf8FromWindows1252(printer_->explainSTS1() + "; " + printer_->explainSTS2());
+        } else {
+            statusText_ = "the printer does not answer";
         }
     }
     if (changed) PublishPrinter();

@@ -59,7 +59,9 @@ class PrinterWorker {
   private:
     void Loop();
     bool OpenSession();
-    std::optional<std::int64_t> NextJob();
+    // Asks for the status bytes; reopens the port when the printer does not answer.
+    void Probe();
+    void Reopen();
     std::optional<PrinterSnapshot> AwaitPrinter();
     void NoteStatus(bool online);
     void Publish(std::int64_t id);
