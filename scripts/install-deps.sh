@@ -9,7 +9,7 @@ packages=(
     gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686
     wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
     ser2net clang clang-14 libclang-rt-14-dev
-    libboost1.81-dev libsqlite3-dev nodejs
+    libboost1.81-dev libsqlite3-dev nodejs curl
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.
