@@ -91,11 +91,14 @@ soak: windows windows32 native
 mutants: native windows
 	@scripts/mutants.sh
 
+# Ends with the print service: the sample sale posted twice with one key, one receipt.
 demo: native
 	@$(NATIVE)/tools/corvid/corvid demo
+	@scripts/demo-service.sh $(NATIVE)
 
 bench: native windows
 	@$(NATIVE)/bench/corvid-bench
+	@$(NATIVE)/bench/corvid-service-bench
 	@scripts/bench-wine.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
 
 format:

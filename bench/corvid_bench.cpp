@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "bench/paced_sale.h"
+#include "bench/percentile.h"
 #include "serial/port_devices.h"
 #include "session/printer_fiscal.h"
 #include "sim/simulator.h"
@@ -29,12 +30,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using corvid::sim::TranscriptEntry;
 using Direction = TranscriptEntry::Direction;
+using corvid::bench::Percentile;
 
 constexpr std::int16_t kPort = 9;
 // Bytes on the wire of one exchange of "w": ENQ, status reply (5), block (4), ACK.
 constexpr int kExchangeBytes = 1 + 5 + 4 + 1;
-// 9600 baud, 8 data bits, even parity, 1 stop bit and the start bit: 11 bits a byte.
-constexpr double kSecondsPerByte = 11.0 / 9600.0;
+using corvid::bench::kSecondsPerByte;
 
 double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
 
@@ -73,12 +74,6 @@ class HostCpuAtEachUnit {
     std::mutex mutex_;
     std::vector<Mark> marks_;
 };
-
-// Nearest-rank percentile of sorted values.
-double Percentile(const std::vector<double>& sorted, double fraction) {
-    const auto rank = static_cast<std::size_t>(fraction * static_cast<double>(sorted.size()) + 0.5);
-    return sorted[std::clamp<std::size_t>(rank, 1, sorted.size()) - 1];
-}
 
 void PrintPercentiles(const char* what, std::vector<double> gaps) {
     if (gaps.empty()) {

@@ -12,48 +12,65 @@
 namespace corvid::bench {
 namespace {
 
-constexpr int kItems = 100;
-// 8 data bits, even parity, one stop bit and the start bit.
-constexpr double kSecondsPerByte = 11.0 / 9600.0;
+constexpr double kPrice = 1.25;
+constexpr int kRate = 16;
+constexpr double kPaid = 200;
+
+std::string ItemName(int i) { return "ARTICULO " + std::to_string(i + 1); }
 
 }  // namespace
 
-void MeasurePacedSale(std::int16_t port) {
+WireTiming TimePacedSale(std::int16_t port) {
     sim::SimulatorConfig config;
     config.paced = true;
     sim::Simulator simulator(config);
     simulator.Start();
     serial::SetPortDevice(port, simulator.SlavePath());
-    double elapsed = 0;
-    bool accepted = true;
+    WireTiming timing;
     {
         session::PrinterFiscal printer;
         printer.Abrir(port);
         printer.Setf21(0);
         // Amount formats and rates are learnt before the clock starts.
-        printer.IndiceTasa(16);
+        printer.IndiceTasa(kRate);
         simulator.transcript().Clear();
         const auto start = std::chrono::steady_clock::now();
-        for (int i = 0; i < kItems && accepted; ++i) {
-            accepted = printer.PasarItem("ARTICULO " + std::to_string(i + 1),
-                                         automation::Currency::FromDouble(1.25), 1, 16) == 0;
+        bool accepted = true;
+        for (int i = 0; i < kPacedSaleItems && accepted; ++i) {
+            accepted = printer.PasarItem(ItemName(i), automation::Currency::FromDouble(kPrice), 1,
+                                         kRate) == 0;
         }
         accepted = accepted && !printer.SubTotal();
         accepted =
-            accepted && printer.CerrarComprobante(automation::Currency::FromDouble(200)) == 0;
-        elapsed = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+            accepted && printer.CerrarComprobante(automation::Currency::FromDouble(kPaid)) == 0;
+        timing.elapsed =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        timing.accepted = accepted;
         printer.Cerrar();
     }
-    std::size_t bytes = 0;
-    for (const auto& entry : simulator.transcript().Entries()) bytes += entry.bytes.size();
+    for (const auto& entry : simulator.transcript().Entries()) timing.bytes += entry.bytes.size();
     simulator.Stop();
     serial::SetPortDevice(port, "");
-    const double wire = bytes * kSecondsPerByte;
+    return timing;
+}
+
+void MeasurePacedSale(std::int16_t port) {
+    const WireTiming timing = TimePacedSale(port);
     std::printf(
         "(d) a %d-item sale at 9600 baud 8E1 (%s): %.2f s for %zu bytes on the wire, whose "
         "wire time is %.2f s (%+.1f%%)\n",
-        kItems, accepted ? "accepted" : "REFUSED", elapsed, bytes, wire,
-        100 * (elapsed - wire) / wire);
+        kPacedSaleItems, timing.accepted ? "accepted" : "REFUSED", timing.elapsed, timing.bytes,
+        timing.Wire(), timing.PercentOverWire());
+}
+
+nlohmann::json PacedSaleJob() {
+    nlohmann::json items = nlohmann::json::array();
+    for (int i = 0; i < kPacedSaleItems; ++i) {
+        items.push_back(
+            {{"description", ItemName(i)}, {"price", kPrice}, {"quantity", 1}, {"rate", kRate}});
+    }
+    return {{"type", "sale"},
+            {"document", {{"items", items}, {"payments", {{{"means", 1}, {"amount", kPaid}}}}}}};
 }
 
 }  // namespace corvid::bench
