@@ -24,8 +24,8 @@ std::int16_t PrinterFiscal::SendItem(ItemKind kind, std::string_view descripcion
     return Execute(ItemCommand(kind, descripcion, precio, cantidad, impuesto));
 }
 
-std::string PrinterFiscal::ItemCommand(ItemKind kind, std::string_view descripcion,
-                                       Currency precio, double cantidad, double impuesto) {
+std::string PrinterFiscal::ItemCommand(ItemKind kind, std::string_view descripcion, Currency precio,
+                                       double cantidad, double impuesto) {
     const std::int16_t index = IndiceTasa(impuesto);
     return documents::ClassicItemCommand(kind, index, FormatPrecio(precio.ToDouble()),
                                          FormatCantidad(cantidad), descripcion,
