@@ -46,13 +46,8 @@ if [ ! -f "$dll" ]; then
     finish
 fi
 
-# The prefix is created once by wine-env.sh; the same variables are used from here on. A
-# session left with a display (the window tests) would show the scripts' previews.
-end_wine_session "$build_dir/wineprefix"
-timeout 300 "$root/scripts/wine-env.sh" "$build_dir" true || true
-export WINEPREFIX="$build_dir/wineprefix"
-export WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# A session left with a display (the window tests) would show the scripts' previews.
+enter_wine_prefix "$build_dir"
 
 if [ -n "${CORVID_SIM_DEVICE:-}" ]; then
     export CORVID_SIM_PORT=${CORVID_SIM_PORT:-7}

@@ -68,12 +68,8 @@ if [ ! -f "$tool" ] || [ ! -x "$simulator" ]; then
     finish
 fi
 
-# A session of the prefix started with a display (the window tests) must not be joined.
-end_wine_session "$build_dir/wineprefix"
-timeout 300 "$root/scripts/wine-env.sh" "$build_dir" true || true
-export WINEPREFIX="$build_dir/wineprefix"
-export WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# A session left with a display (the window tests) would show the scripts' previews.
+enter_wine_prefix "$build_dir"
 
 rm -rf "$work"
 mkdir -p "$work"

@@ -15,3 +15,12 @@ end_wine_session() {
     WINEPREFIX="$1" wineserver -w >/dev/null 2>&1
     return 0
 }
+# Uses the build's private prefix (made once by wine-env.sh) from here on, in a session of
+# its own, quietly. $1: the build folder.
+enter_wine_prefix() {
+    end_wine_session "$1/wineprefix"
+    timeout 300 "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh" "$1" true || true
+    export WINEPREFIX="$1/wineprefix"
+    export WINEDEBUG=-all
+    export WINEDLLOVERRIDES="mscoree,mshtml="
+}
