@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "print_service/service_harness.h"
+#include "service/journal.h"
 #include "sim/simulator.h"
 #include "support/temp_folder.h"
 
@@ -64,7 +65,15 @@ Chaos OnAck(const char* name, sim::CountedFault sim::FaultPlan::*fault,
 std::vector<Chaos> Chaoses() {
     const auto none = [](sim::Simulator&) { return true; };
     return {
-        {"kill -9", [](sim::Simulator&, int, const StepMark&) {}, none, true},
+        // The step's ACK is held back, so the service is still waiting for it when it dies.
+        {"kill -9",
+         [](sim::Simulator& p, int step, const StepMark&) {
+             p.ChangeFaults([&](sim::FaultPlan& plan) {
+                 plan.late = {1, sim::kAckReply, step};
+                 plan.lateBy = 3000ms;
+             });
+         },
+         none, true},
         {"power cut",
          [](sim::Simulator& p, int, const StepMark& m) {
              p.PowerCutAfter(m.blocksBefore + 1, 1500ms);
@@ -154,6 +163,12 @@ class PrintServiceChaos : public ::testing::Test {
             if (!printer.WaitForAcceptedBlocks(mark.blocksBefore + 1, 20s))
                 return "block never came";
             service.Kill();
+            // Proof that it died in the middle of the step: the journal on disk says so.
+            const auto record =
+                service::Journal(folder_.path() / cell / "data").Find(posted.body["id"]);
+            if (!record || record->state != service::JobState::kPrinting ||
+                record->steps.at(static_cast<std::size_t>(step)).state != service::StepState::kSent)
+                return "the service was not killed in the middle of the step";
             service.Start();
         }
         const nlohmann::json job = AwaitEnd(service.target(), posted.body["id"], 60s);

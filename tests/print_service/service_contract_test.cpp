@@ -51,7 +51,7 @@ TEST_F(PrintServiceContract, OneKeyGivesOneJobAndOneReceipt) {
     const Reply first = Post(service.target(), "till-1/0042", SampleSaleJob());
     ASSERT_EQ(first.status, 202);
     const std::int64_t id = first.body["id"];
-    // Again while it is printing, and again after the service died in the middle of it.
+    // Again while it is printing, and again after the service was killed and started again.
     const Reply whilePrinting = Post(service.target(), "till-1/0042", SampleSaleJob());
     ASSERT_TRUE(printer_.WaitForAcceptedBlocks(8, 20s));
     service.Kill();
@@ -83,6 +83,36 @@ TEST_F(PrintServiceContract, OneKeyGivesOneJobAndOneReceipt) {
     EXPECT_EQ(Post(service.target(), "k-404", elsewhere).status, 404);
     EXPECT_EQ(JobCount(service.target()), jobs);
     EXPECT_EQ(Invoices(printer_.PaperText()), 2u);
+}
+
+// Told to, a restarted service cancels the document a killed one left open.
+TEST_F(PrintServiceContract, LeftOpenDocumentCancelledOnRestart) {
+    ServiceProcess service(printer_.SlavePath(), folder_.path(), {"--on-open-document", "cancel"});
+    service.Start();
+    // The second item's ACK is held back: the service dies with the invoice open.
+    printer_.ChangeFaults([](sim::FaultPlan& plan) {
+        plan.late = {1, sim::kAckReply, 5};
+        plan.lateBy = 3000ms;
+    });
+    const Reply posted = Post(service.target(), "left-open", SampleSaleJob());
+    // Killed while it waits for that ACK (the step is sent, its answer not yet seen).
+    const std::string path = "/v1/jobs/" + std::to_string(posted.body["id"].get<std::int64_t>());
+    const auto giveUp = std::chrono::steady_clock::now() + 20s;
+    const auto secondItem = [&] {
+        const nlohmann::json steps = Get(service.target(), path).body["steps"];
+        return steps.size() > 5 ? steps[5]["state"].get<std::string>() : std::string();
+    };
+    while (secondItem() != "sent") {
+        ASSERT_LT(std::chrono::steady_clock::now(), giveUp);
+        std::this_thread::sleep_for(10ms);
+    }
+    service.Kill();
+    service.Start();
+    const nlohmann::json job = AwaitEnd(service.target(), posted.body["id"], 30s);
+    EXPECT_EQ(job["state"], "failed") << job.dump();
+    EXPECT_NE(job["evidence"].get<std::string>().find("cancelled"), std::string::npos);
+    const Reply next = Post(service.target(), "next", TaggedSale("after the cancel"));
+    EXPECT_EQ(AwaitEnd(service.target(), next.body["id"], 30s)["state"], "done");
 }
 
 TEST_F(PrintServiceContract, ManyTerminalsShareOnePrinter) {

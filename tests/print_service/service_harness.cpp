@@ -18,8 +18,9 @@ extern char** environ;
 
 namespace corvid::e2e {
 
-ServiceProcess::ServiceProcess(std::string device, std::filesystem::path folder)
-    : device_(std::move(device)), folder_(std::move(folder)) {
+ServiceProcess::ServiceProcess(std::string device, std::filesystem::path folder,
+                               std::vector<std::string> options)
+    : device_(std::move(device)), folder_(std::move(folder)), options_(std::move(options)) {
     std::filesystem::create_directories(folder_);
     std::ofstream(folder_ / "ORV.ini") << "[Config\\NimbusPF]\nTimeOut=1\nMaxWait=3\n";
     const std::string token = service::NewToken();
@@ -45,10 +46,13 @@ void ServiceProcess::Start() {
     posix_spawn_file_actions_addclose(&actions, pipe[0]);
     posix_spawn_file_actions_addchdir_np(&actions, folder_.c_str());
     const std::string printer = "default=" + device_, data = (folder_ / "data").string();
-    const char* argv[] = {CORVID_TOOL,  "serve",    "--printer",   printer.c_str(), "--data",
-                          data.c_str(), "--listen", "127.0.0.1:0", nullptr};
-    const int failed =
-        posix_spawn(&pid_, CORVID_TOOL, &actions, nullptr, const_cast<char* const*>(argv), environ);
+    std::vector<std::string> words = {CORVID_TOOL, "serve", "--printer", printer,
+                                      "--data",    data,    "--listen",  "127.0.0.1:0"};
+    words.insert(words.end(), options_.begin(), options_.end());
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    const int failed = posix_spawn(&pid_, CORVID_TOOL, &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     ::close(pipe[1]);
     if (failed != 0) throw std::runtime_error("corvid serve did not start");

@@ -19,7 +19,8 @@ namespace corvid::e2e {
 class ServiceProcess {
   public:
     // `folder` gets the journal (folder/data) and the session's settings (short time-outs).
-    ServiceProcess(std::string device, std::filesystem::path folder);
+    ServiceProcess(std::string device, std::filesystem::path folder,
+                   std::vector<std::string> options = {});
     ~ServiceProcess();
     ServiceProcess(const ServiceProcess&) = delete;
     ServiceProcess& operator=(const ServiceProcess&) = delete;
@@ -32,6 +33,7 @@ class ServiceProcess {
   private:
     std::string device_;
     std::filesystem::path folder_;
+    std::vector<std::string> options_;
     tool::ServiceTarget target_;
     pid_t pid_ = -1;
     int output_ = -1;
