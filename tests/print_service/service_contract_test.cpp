@@ -67,6 +67,8 @@ TEST_F(PrintServiceContract, OneKeyGivesOneJobAndOneReceipt) {
     const std::string sample = std::string(CORVID_SAMPLES) + "/sale.json";
     EXPECT_EQ(RunClient(service.target(), {"--key", "till-1/0042", "sale", sample}), 0);
     EXPECT_EQ(RunClient(service.target(), {"--key", "till-1/0043", "sale", sample}), 0);
+    // A known key with another document is the caller's mistake: exit status 2, nothing sent.
+    EXPECT_EQ(RunClient(service.target(), {"--key", "till-1/0042", "nonfiscal", "otra cosa"}), 2);
 
     // Refusals queue nothing.
     const std::size_t jobs = JobCount(service.target());

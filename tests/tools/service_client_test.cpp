@@ -1,6 +1,4 @@
-// What the tool shows of a job it follows on a print service, and what it posts.
-#include "corvid/service_client.h"
-
+// What the tool shows of a job it follows on a print service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -13,7 +11,6 @@ namespace corvid::tool {
 namespace {
 
 using nlohmann::json;
-using ::testing::HasSubstr;
 
 json Job(const std::string& state, const std::vector<const char*>& stepStates) {
     json steps = json::array();
@@ -63,31 +60,6 @@ TEST(JobProgress, EachConfirmedStepIsShownOnceInOrderThenTheOutcome) {
         EXPECT_THAT(out.str(), ::testing::StartsWith("  ok       step 1\n" + row.tail));
         EXPECT_EQ(progress.exitCode(), row.exitCode);
     }
-}
-
-TEST(ServiceClient, TheJobPostedAndTheServicesAnswers) {
-    Invocation sale;
-    sale.command = Command::kSale;
-    const std::string file = R"({"items": [{"description": "A", "price": 1.50, "quantity": 1,
-        "rate": 16}], "payments": [{"means": 1, "amount": 2}]})";
-    EXPECT_EQ(JobBodyOf(sale, file), (json{{"type", "sale"}, {"document", json::parse(file)}}));
-    EXPECT_THROW(JobBodyOf(sale, R"({"items": []})"), std::exception);
-    Invocation lines;
-    lines.command = Command::kNonFiscal;
-    lines.words = {"Café", "b"};
-    EXPECT_EQ(JobBodyOf(lines, "").dump(),
-              R"({"document":{"lines":["Café","b"]},"type":"nonfiscal"})");
-
-    EXPECT_EQ(ServiceMessage(409, R"({"error": {"status": 409, "message": "key used"}})"),
-              "key used (HTTP 409)");
-    EXPECT_EQ(ExitStatusOfHttpError(409), kExitUsage);
-    EXPECT_EQ(ExitStatusOfHttpError(401), kExitFailed);
-    EXPECT_THAT(JobListLine(Job("done", {})), HasSubstr("12     "));
-    EXPECT_THAT(JobListLine(Job("queued", {})), ::testing::EndsWith(" -"));
-    const std::string key = NewIdempotencyKey();
-    EXPECT_EQ(key.find_first_not_of("0123456789abcdef"), std::string::npos);
-    EXPECT_EQ(key.size(), 32u);
-    EXPECT_NE(key, NewIdempotencyKey());
 }
 
 }  // namespace
