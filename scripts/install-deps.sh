@@ -10,6 +10,7 @@ packages=(
     wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
     ser2net clang clang-14 libclang-rt-14-dev
     libboost1.81-dev libsqlite3-dev nodejs curl
+    chromium chromium-driver python3-selenium python3-pil
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.
