@@ -68,6 +68,8 @@ class Service:
         if self.process and self.process.poll() is None:
             self.process.send_signal(sig)
             self.process.wait(timeout=30)
+        if self.process:
+            self.process.stdout.close()
         self.process = None
 
     def call(self, method, path, token=None, body=None, headers=None):
