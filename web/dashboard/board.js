@@ -25,9 +25,9 @@ export class Board {
     this.online = true;
     this.loadPaper = coalesced(() => this.fetchPaper());
     this.unsubscribe = [
-      client.on("job", (message) => this.onJob(message?.job ?? message)),
-      client.on("printer", (message) => this.onPrinter(message?.printer ?? message)),
-      client.on("connection", (message) => this.onConnection(isUp(message))),
+      client.on("job", (job) => this.onJob(job)),
+      client.on("printer", (printer) => this.onPrinter(printer)),
+      client.on("connection", ({ connected }) => this.onConnection(connected)),
     ];
   }
 
@@ -76,9 +76,8 @@ export class Board {
     let before;
     do {
       const page = await this.ask(() => this.client.jobs({ since, limit: PAGE, before }));
-      const list = Array.isArray(page) ? page : page.jobs;
-      for (const job of list) found.set(job.id, job);
-      before = Array.isArray(page) ? null : page.next;
+      for (const job of page.jobs) found.set(job.id, job);
+      before = page.next;
     } while (before !== null && before !== undefined);
     this.jobs = found;
     this.renderJournal();
@@ -212,17 +211,6 @@ export class Board {
     replaceChildren(box, closingSummary(closing));
     box.hidden = false;
   }
-}
-
-function isUp(message) {
-  if (typeof message === "boolean") return message;
-  if (typeof message === "string") return ["open", "up", "online", "connected"].includes(message);
-  if (message && typeof message === "object") {
-    if ("connected" in message) return Boolean(message.connected);
-    if ("online" in message) return Boolean(message.online);
-    if ("state" in message) return isUp(message.state);
-  }
-  return false;
 }
 
 function localMidnight() {
