@@ -6,6 +6,8 @@ import { t, formatAmount } from "../i18n.js";
 
 export function printerCard(printer, status) {
   const online = Boolean(printer.online);
+  // The status names the model in words; the printer list only by its number.
+  const identity = (status?.busy ? status.view?.Status : status?.Status) || {};
   return el(
     "article",
     { class: "card printer-card", "data-printer": printer.id },
@@ -22,8 +24,8 @@ export function printerCard(printer, status) {
     el("p", { class: "status-text", text: printer.status_text || "" }),
     figureList(
       [
-        [t("printer.serial"), printer.serial || "", "serial"],
-        [t("printer.model"), printer.model || "", "model"],
+        [t("printer.serial"), identity.Serial || printer.serial || "", "serial"],
+        [t("printer.model"), identity.model || printer.model || "", "model"],
         [t("printer.queue"), String(printer.queue ?? 0), "queue"],
       ],
       "figures facts",
