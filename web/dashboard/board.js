@@ -119,6 +119,8 @@ export class Board {
     this.online = up;
     $("banner-offline").hidden = up;
     if (up && wasDown) this.refresh().catch(report);
+    // A stream refused for a removed token looks like a drop: one call tells them apart.
+    if (!up) this.ask(() => this.client.printers()).catch(() => {});
   }
 
   render() {
