@@ -10,4 +10,19 @@ VariantesPF ModelOfSerial(std::string_view serial) {
     return SRP350;
 }
 
+const char* ModelName(std::int32_t model) {
+    switch (model) {
+        case SRP350:
+            return "SRP350";
+        case DT230:
+            return "DT230";
+        case HKA112:
+            return "HKA112";
+        case SRP812:
+            return "SRP812";
+        default:
+            return "unknown";
+    }
+}
+
 }  // namespace corvid::records

@@ -1,6 +1,7 @@
 // Who may call: the origin allow-list, the bearer token, the endpoint and its method, and
 // the body's type, all settled from the head before the body is read.
 #include <algorithm>
+#include <boost/asio/ip/address.hpp>
 #include <cctype>
 
 #include "service/api_errors.h"
@@ -37,7 +38,7 @@ bool IsJson(std::string_view contentType) {
     return SameLetters(Trimmed(contentType.substr(0, contentType.find(';'))), "application/json");
 }
 
-ApiResponse Preflight() {
+ApiResponse Preflight(bool privateNetwork) {
     ApiResponse response;
     response.status = 204;
     response.contentType.clear();
@@ -45,7 +46,23 @@ ApiResponse Preflight() {
         {"Access-Control-Allow-Methods", "GET, POST"},
         {"Access-Control-Allow-Headers", "Authorization, Content-Type, Idempotency-Key"},
         {"Access-Control-Max-Age", "600"}};
+    // Chromium asks before a public page reaches a loopback or LAN address.
+    if (privateNetwork)
+        response.headers.emplace_back("Access-Control-Allow-Private-Network", "true");
     return response;
+}
+
+// An IP address or "localhost": a name that DNS rebinding cannot point at this service.
+bool IsLocalHostName(std::string_view host) {
+    const std::size_t colon = host.rfind(':');
+    if (colon != std::string_view::npos && host.find(']', colon) == std::string_view::npos)
+        host = host.substr(0, colon);
+    if (host.size() > 2 && host.front() == '[' && host.back() == ']')
+        host = host.substr(1, host.size() - 2);
+    if (SameLetters(host, "localhost")) return true;
+    boost::system::error_code error;
+    boost::asio::ip::make_address(std::string(host), error);
+    return !error;
 }
 
 }  // namespace
@@ -59,18 +76,25 @@ std::optional<ApiResponse> ApiRoutes::Screen(const ApiRequest& head) {
     return ForOrigin(head, std::move(*refusal));
 }
 
+bool ApiRoutes::OriginAllowed(const ApiRequest& head) const {
+    if (!head.origin) return true;
+    if (std::find(allowedOrigins_.begin(), allowedOrigins_.end(), *head.origin) !=
+        allowedOrigins_.end())
+        return true;
+    // The dashboard's own calls: browsers send Origin on posts and WebSockets.
+    return head.host && IsLocalHostName(*head.host) && *head.origin == "http://" + *head.host;
+}
+
 std::optional<ApiResponse> ApiRoutes::Refusal(const ApiRequest& head) {
-    if (head.origin && std::find(allowedOrigins_.begin(), allowedOrigins_.end(), *head.origin) ==
-                           allowedOrigins_.end())
+    if (!OriginAllowed(head))
         return ErrorResponse(403, "origin " + *head.origin + " is not allowed");
     // A browser asks before a call with a token or a JSON body, and sends no token to ask.
-    if (head.method == "OPTIONS" && head.origin) return Preflight();
+    if (head.method == "OPTIONS" && head.origin) return Preflight(head.privateNetwork);
     auto target = ParseTarget(head.target);
     if (!target) return ErrorResponse(400, "malformed request target: " + head.target);
     auto match = MatchEndpoint(target->segments);
-    bool health = match && match->endpoint == Endpoint::kHealth;
     bool events = match && match->endpoint == Endpoint::kEvents;
-    if (!health) {
+    if (!match || match->needsToken) {
         if (auto refusal = TokenRefusal(head, events ? &target->params : nullptr))
             return ErrorResponse(401, *refusal);
     }
@@ -102,8 +126,7 @@ std::optional<std::string> ApiRoutes::TokenRefusal(const ApiRequest& head,
 }
 
 ApiResponse ApiRoutes::ForOrigin(const ApiRequest& head, ApiResponse response) const {
-    if (head.origin && std::find(allowedOrigins_.begin(), allowedOrigins_.end(), *head.origin) !=
-                           allowedOrigins_.end()) {
+    if (head.origin && OriginAllowed(head)) {
         response.headers.emplace_back("Access-Control-Allow-Origin", *head.origin);
         response.headers.emplace_back("Vary", "Origin");
     }

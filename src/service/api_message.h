@@ -13,11 +13,14 @@ struct ApiRequest {
     std::string method;  // "GET", "POST", ...
     std::string target;  // path and query as sent ("/v1/jobs?limit=5")
     std::optional<std::string> origin;
+    std::optional<std::string> host;
     std::optional<std::string> authorization;
     std::optional<std::string> idempotencyKey;
     std::optional<std::string> contentType;
     bool hasBody = false;  // a length above zero or a chunked body
     bool upgrade = false;  // asks for a WebSocket
+    // A browser's preflight asks whether a public page may call this private address.
+    bool privateNetwork = false;
     std::string body;
 };
 

@@ -5,6 +5,7 @@
 #include "service/api_errors.h"
 #include "service/api_query.h"
 #include "service/api_target.h"
+#include "service/web_assets.h"
 
 namespace corvid::service {
 namespace {
@@ -13,6 +14,15 @@ ApiResponse Json(int status, const nlohmann::json& body) {
     ApiResponse response;
     response.status = status;
     response.body = body.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return response;
+}
+
+ApiResponse WebFile(const WebAsset& file) {
+    ApiResponse response{200, std::string(file.contentType), std::string(file.body), {}};
+    response.headers = {{"Content-Security-Policy", kDashboardPolicy},
+                        {"X-Content-Type-Options", "nosniff"},
+                        {"Referrer-Policy", "no-referrer"},
+                        {"Cache-Control", "no-cache"}};
     return response;
 }
 
@@ -70,6 +80,17 @@ ApiResponse ApiRoutes::Dispatch(const ApiRequest& request) {
             if (!status) throw ApiError(404, "no printer " + match->id);
             return Json(200, *status);
         }
+        case Endpoint::kPrinterPaper: {
+            auto paper = desk_.Paper(match->id);
+            if (!paper)
+                throw ApiError(404, "no paper roll to show for printer " + match->id +
+                                        ": only the built-in simulated printer has one");
+            return Json(200, {{"printer", match->id}, {"text", *paper}});
+        }
+        case Endpoint::kPair:
+            return Pair(request);
+        case Endpoint::kWebFile:
+            return WebFile(*FindWebAsset(target->segments));
         case Endpoint::kEvents:
             break;
     }
@@ -101,6 +122,15 @@ ApiResponse ApiRoutes::PostJob(const ApiRequest& request) {
             break;
     }
     throw ApiError(400, "printer: needed, the service has more than one printer");
+}
+
+ApiResponse ApiRoutes::Pair(const ApiRequest& request) {
+    auto body = nlohmann::json::parse(request.body, nullptr, false);
+    const bool hasCode = body.is_object() && body.contains("code") && body["code"].is_string();
+    if (!hasCode) throw ApiError(400, "code: expected the 6 digits `corvid token pair` printed");
+    auto paired = desk_.Pair(body["code"].get<std::string>());
+    if (!paired) throw ApiError(401, "unknown, used or expired pairing code");
+    return Json(200, *paired);
 }
 
 ApiResponse ApiRoutes::ListJobs(const ApiRequest& request) {

@@ -27,6 +27,8 @@ class ApiRoutes {
 
   private:
     std::optional<ApiResponse> Refusal(const ApiRequest& head);
+    // An allowed origin, the service's own, or none (a program, not a page).
+    bool OriginAllowed(const ApiRequest& head) const;
     using QueryParams = std::vector<std::pair<std::string, std::string>>;
     // Why the request's token is refused, if it is. `query`: where the request may also
     // carry the token as ?token=, else null.
@@ -35,6 +37,7 @@ class ApiRoutes {
     ApiResponse PostJob(const ApiRequest& request);
     ApiResponse ListJobs(const ApiRequest& request);
     ApiResponse ResolveJob(const std::string& id, const ApiRequest& request);
+    ApiResponse Pair(const ApiRequest& request);
     // Lets a page of an allowed origin read the answer.
     ApiResponse ForOrigin(const ApiRequest& head, ApiResponse response) const;
 

@@ -2,6 +2,8 @@
 
 #include <boost/url/parse.hpp>
 
+#include "service/web_assets.h"
+
 namespace corvid::service {
 
 std::optional<ApiTarget> ParseTarget(std::string_view target) {
@@ -25,7 +27,7 @@ std::optional<EndpointMatch> MatchEndpoint(const std::vector<std::string>& s) {
         }
         return true;
     };
-    if (is({"health"})) return EndpointMatch{Endpoint::kHealth, "", "GET"};
+    if (is({"health"})) return EndpointMatch{Endpoint::kHealth, "", "GET", false};
     if (is({"metrics"})) return EndpointMatch{Endpoint::kMetrics, "", "GET"};
     if (is({"v1", "jobs"})) return EndpointMatch{Endpoint::kJobs, "", "GET, POST"};
     if (is({"v1", "jobs", "*"})) return EndpointMatch{Endpoint::kJob, s[2], "GET"};
@@ -33,7 +35,13 @@ std::optional<EndpointMatch> MatchEndpoint(const std::vector<std::string>& s) {
     if (is({"v1", "printers"})) return EndpointMatch{Endpoint::kPrinters, "", "GET"};
     if (is({"v1", "printers", "*", "status"}))
         return EndpointMatch{Endpoint::kPrinterStatus, s[2], "GET"};
+    if (is({"v1", "printers", "*", "paper"}))
+        return EndpointMatch{Endpoint::kPrinterPaper, s[2], "GET"};
+    // A browser that is not logged in yet trades a pairing code for a token.
+    if (is({"v1", "pair"})) return EndpointMatch{Endpoint::kPair, "", "POST", false};
     if (is({"v1", "events"})) return EndpointMatch{Endpoint::kEvents, "", "GET"};
+    // The dashboard's files must load before anyone has logged in.
+    if (FindWebAsset(s)) return EndpointMatch{Endpoint::kWebFile, "", "GET", false};
     return std::nullopt;
 }
 

@@ -26,13 +26,17 @@ enum class Endpoint {
     kResolve,
     kPrinters,
     kPrinterStatus,
-    kEvents
+    kPrinterPaper,
+    kPair,
+    kEvents,
+    kWebFile
 };
 
 struct EndpointMatch {
     Endpoint endpoint;
     std::string id;            // the job or printer the path names, else empty
     std::string_view methods;  // those the endpoint takes, as an Allow header lists them
+    bool needsToken = true;
 };
 
 std::optional<EndpointMatch> MatchEndpoint(const std::vector<std::string>& segments);

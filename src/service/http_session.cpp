@@ -32,6 +32,8 @@ ApiRequest HeadOf(const http::request_parser<http::string_body>& parser) {
     head.method = std::string(request.method_string());
     head.target = std::string(request.target());
     head.origin = Field(request, "Origin");
+    head.host = Field(request, "Host");
+    head.privateNetwork = Field(request, "Access-Control-Request-Private-Network") == "true";
     head.authorization = Field(request, "Authorization");
     head.idempotencyKey = Field(request, "Idempotency-Key");
     head.contentType = Field(request, "Content-Type");

@@ -5,7 +5,7 @@
 //             "steps": [{"what", "kind", "state", "learnt"}], "document_number",
 //             "error": {"pfError", "DescripcionError", "status"} | null, "evidence"}
 //   printer: {"id", "port", "online", "sts1", "sts2", "status_text", "serial", "model",
-//             "queue"}
+//             "queue", "paper"}
 // Events published on events(): {"event": "job", "job": {...}} on every job state or step
 // change, {"event": "printer", "printer": {...}} on a printer's status change.
 #pragma once
@@ -42,6 +42,11 @@ class JobDesk {
     virtual nlohmann::json Printers() = 0;
     // The same JSON as `corvid --json status`; none for an unknown printer.
     virtual std::optional<nlohmann::json> PrinterStatus(const std::string& printer) = 0;
+    // What the printer has printed so far; none unless it is the built-in simulated printer.
+    virtual std::optional<std::string> Paper(const std::string& printer) = 0;
+    // A new token for a pairing code that is known, unused and fresh ({"token", "name"});
+    // none otherwise.
+    virtual std::optional<nlohmann::json> Pair(const std::string& code) = 0;
     virtual bool Authorised(std::string_view token) = 0;
     virtual std::string Metrics() = 0;
     virtual EventHub& events() = 0;

@@ -1,10 +1,16 @@
 #include "service/job_json.h"
 
+#include "service/learnt.h"
+
 namespace corvid::service {
 
 nlohmann::json JobJson(const JobRecord& job) {
     nlohmann::json steps = nlohmann::json::array();
+    nlohmann::json total = nullptr;
     for (const StepRecord& step : job.steps) {
+        if (const auto due = LearntCents(kDueBefore, step.learnt)) {
+            total = static_cast<double>(*due) / 100;
+        }
         steps.push_back({{"what", step.what},
                          {"kind", step.kind},
                          {"state", NameOf(step.state)},
@@ -28,7 +34,8 @@ nlohmann::json JobJson(const JobRecord& job) {
         {"document_number",
          job.documentNumber ? nlohmann::json(*job.documentNumber) : nlohmann::json(nullptr)},
         {"error", error},
-        {"evidence", job.evidence}};
+        {"evidence", job.evidence},
+        {"total", total}};
 }
 
 }  // namespace corvid::service

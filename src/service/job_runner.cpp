@@ -4,18 +4,12 @@
 
 #include "documents/totals.h"
 #include "jobs/job_request.h"
+#include "service/learnt.h"
 #include "session/printer_fiscal.h"
 #include "text/windows_1252.h"
 
 namespace corvid::service {
 namespace {
-
-constexpr const char* kSubtotalBefore = "subtotal before sending: ";
-
-std::optional<std::int64_t> SubtotalBefore(const std::string& learnt) {
-    if (learnt.rfind(kSubtotalBefore, 0) != 0) return std::nullopt;
-    return std::stoll(learnt.substr(std::char_traits<char>::length(kSubtotalBefore)));
-}
 
 std::vector<StepRecord> StepRecords(const JobPlan& plan) {
     std::vector<StepRecord> steps;
@@ -80,7 +74,8 @@ std::optional<std::size_t> JobRunner::TakeUp(Job& job, const JobRecord& record) 
                    "step " + std::to_string(i + 1) + " would be sent differently now");
             return std::nullopt;
         }
-        job.progress[i] = {record.steps[i].state, SubtotalBefore(record.steps[i].learnt)};
+        job.progress[i] = {record.steps[i].state,
+                           LearntCents(kSubtotalBefore, record.steps[i].learnt)};
     }
     job.before = Counters::FromJson(nlohmann::json::parse(record.baseline));
     const std::optional<PrinterSnapshot> now = c_.awaitPrinter();
@@ -110,8 +105,11 @@ bool JobRunner::SendFrom(Job& job, std::size_t from) {
         if (step.kind == jobs::StepKind::kDiscount) {
             job.progress[k].subtotalBefore = ReadSubtotal(c_.printer);
             if (job.progress[k].subtotalBefore) {
-                learnt = kSubtotalBefore + std::to_string(*job.progress[k].subtotalBefore);
+                learnt = Learnt(kSubtotalBefore, *job.progress[k].subtotalBefore);
             }
+        } else if (step.kind == jobs::StepKind::kPayment && step.paymentsAfter == 1) {
+            // Read for the journal's readers, not for recovery: the S2 reply is its cost.
+            if (const auto due = ReadDue(c_.printer)) learnt = Learnt(kDueBefore, *due);
         }
         MarkStep(job, k, StepState::kSent, learnt);
         const auto start = std::chrono::steady_clock::now();

@@ -5,6 +5,7 @@
 #include <mutex>
 #include <system_error>
 
+#include "service/journal_database.h"
 #include "service/journal_sqlite.h"
 #include "service/journal_time.h"
 
@@ -50,16 +51,17 @@ CREATE TABLE IF NOT EXISTS tokens (
     hash TEXT NOT NULL,
     created TEXT NOT NULL);
 CREATE INDEX IF NOT EXISTS tokens_by_hash ON tokens (hash);
+CREATE TABLE IF NOT EXISTS pairings (
+    hash TEXT PRIMARY KEY,
+    name TEXT NOT NULL,
+    expires TEXT NOT NULL);
+CREATE TABLE IF NOT EXISTS pairing_guesses (wrong INTEGER NOT NULL);
+INSERT INTO pairing_guesses (wrong) SELECT 0 WHERE NOT EXISTS (SELECT 1 FROM pairing_guesses);
 )sql";
 
 constexpr const char* kJobColumns =
     "id, key, printer, type, body, state, created, finished, document_number, error_code, "
     "error_description, error_status, evidence, baseline";
-
-std::string Now() {
-    return UtcTimestamp(
-        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()));
-}
 
 StepState StepStateNamed(std::string_view name) {
     for (std::size_t i = 0; i < kStepStateNames.size(); ++i) {
@@ -110,32 +112,28 @@ std::string_view NameOf(StepState state) {
     return kStepStateNames.at(static_cast<std::size_t>(state));
 }
 
-struct Journal::Database {
-    explicit Database(const std::filesystem::path& file) : connection(file) {
-        // WAL lets readers go on while a step is written; FULL syncs the log on every
-        // commit, so a change that returned is on disk.
-        connection.Execute("PRAGMA busy_timeout = 5000");
-        // Switching to WAL takes the file for itself and does not wait for a busy one; a
-        // journal already in WAL (every one but a new file) is left as it is, so that
-        // `corvid token` beside a running service never fails on it.
-        if (!InWalMode()) connection.Execute("PRAGMA journal_mode = WAL");
-        connection.Execute("PRAGMA synchronous = FULL");
-        connection.Execute("PRAGMA foreign_keys = ON");
-        connection.Execute(kSchema);
-    }
+std::string JournalNow() {
+    return UtcTimestamp(
+        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()));
+}
 
-    bool InWalMode() {
-        sqlite::Statement mode(connection, "PRAGMA journal_mode");
-        return mode.Step() && mode.Text(0) == "wal";
-    }
-    std::optional<JobRecord> FindLocked(std::int64_t id);
-    std::optional<JobRecord> FindByKeyLocked(const std::string& key);
-    std::vector<StepRecord> StepsOf(std::int64_t id);
-    void RequireChange(std::int64_t id, const char* doing);
+Journal::Database::Database(const std::filesystem::path& file) : connection(file) {
+    // WAL lets readers go on while a step is written; FULL syncs the log on every
+    // commit, so a change that returned is on disk.
+    connection.Execute("PRAGMA busy_timeout = 5000");
+    // Switching to WAL takes the file for itself and does not wait for a busy one; a
+    // journal already in WAL (every one but a new file) is left as it is, so that
+    // `corvid token` beside a running service never fails on it.
+    if (!InWalMode()) connection.Execute("PRAGMA journal_mode = WAL");
+    connection.Execute("PRAGMA synchronous = FULL");
+    connection.Execute("PRAGMA foreign_keys = ON");
+    connection.Execute(kSchema);
+}
 
-    std::mutex mutex;
-    sqlite::Connection connection;
-};
+bool Journal::Database::InWalMode() {
+    sqlite::Statement mode(connection, "PRAGMA journal_mode");
+    return mode.Step() && mode.Text(0) == "wal";
+}
 
 std::optional<JobRecord> Journal::Database::FindLocked(std::int64_t id) {
     Statement select(connection, std::string("SELECT ") + kJobColumns + " FROM jobs WHERE id = ?1");
@@ -195,7 +193,7 @@ Admission Journal::Admit(const NewJob& job) {
                      "INSERT INTO jobs (key, printer, type, body, state, created) "
                      "VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
     insert.Bind(1, job.key).Bind(2, job.printer).Bind(3, job.type).Bind(4, job.body);
-    insert.Bind(5, NameOf(JobState::kQueued)).Bind(6, Now()).Run();
+    insert.Bind(5, NameOf(JobState::kQueued)).Bind(6, JournalNow()).Run();
     const std::int64_t id = db_->connection.LastInsertId();
     transaction.Commit();
     return {Admission::Outcome::kCreated, *db_->FindLocked(id)};
@@ -287,7 +285,7 @@ void Journal::Finish(std::int64_t id, JobState state, std::optional<std::int64_t
                      "error_code = ?5, error_description = ?6, error_status = ?7, evidence = ?8 "
                      "WHERE id = ?1");
     update.Bind(1, id).Bind(2, NameOf(state));
-    update.Bind(3, state == JobState::kAttention ? std::string() : Now());
+    update.Bind(3, state == JobState::kAttention ? std::string() : JournalNow());
     update.Bind(4, documentNumber);
     if (error) {
         update.Bind(5, std::int64_t{error->pfError}).Bind(6, error->description);
@@ -308,36 +306,6 @@ std::map<JobState, int> Journal::CountByState() {
         counts[StoredJobState(select.Text(0))] = static_cast<int>(select.Integer(1));
     }
     return counts;
-}
-
-void Journal::AddToken(const std::string& name, const std::string& hash) {
-    std::lock_guard lock(db_->mutex);
-    Statement upsert(db_->connection,
-                     "INSERT INTO tokens (name, hash, created) VALUES (?1, ?2, ?3) "
-                     "ON CONFLICT (name) DO UPDATE SET hash = excluded.hash, "
-                     "created = excluded.created");
-    upsert.Bind(1, name).Bind(2, hash).Bind(3, Now()).Run();
-}
-
-bool Journal::RemoveToken(const std::string& name) {
-    std::lock_guard lock(db_->mutex);
-    Statement(db_->connection, "DELETE FROM tokens WHERE name = ?1").Bind(1, name).Run();
-    return db_->connection.Changes() > 0;
-}
-
-std::vector<TokenInfo> Journal::Tokens() {
-    std::lock_guard lock(db_->mutex);
-    Statement select(db_->connection, "SELECT name, created FROM tokens ORDER BY name");
-    std::vector<TokenInfo> tokens;
-    while (select.Step()) tokens.push_back({select.Text(0), select.Text(1)});
-    return tokens;
-}
-
-bool Journal::HasTokenHash(const std::string& hash) {
-    std::lock_guard lock(db_->mutex);
-    Statement select(db_->connection, "SELECT 1 FROM tokens WHERE hash = ?1");
-    select.Bind(1, hash);
-    return select.Step();
 }
 
 }  // namespace corvid::service

@@ -4,6 +4,7 @@
 // only once the journal says so on disk. Safe to call from several threads.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -120,6 +121,14 @@ class Journal {
     bool RemoveToken(const std::string& name);
     std::vector<TokenInfo> Tokens();
     bool HasTokenHash(const std::string& hash);
+
+    // A pairing code (as a hash) that `ClaimPairing` trades once for the name, until it
+    // expires.
+    void AddPairing(const std::string& codeHash, const std::string& name,
+                    std::chrono::seconds validFor);
+    // The name, and the code is gone; none for a code unknown, used or expired. Every
+    // pending code is voided after ten wrong ones.
+    std::optional<std::string> ClaimPairing(const std::string& codeHash);
 
   private:
     struct Database;

@@ -99,6 +99,20 @@ std::optional<nlohmann::json> PrintService::PrinterStatus(const std::string& pri
     return status;
 }
 
+std::optional<std::string> PrintService::Paper(const std::string& printer) {
+    PrinterWorker* worker = WorkerOf(printer);
+    if (worker == nullptr || !worker->setup().paper) return std::nullopt;
+    return worker->setup().paper();
+}
+
+std::optional<nlohmann::json> PrintService::Pair(const std::string& code) {
+    const std::optional<std::string> name = journal_.ClaimPairing(TokenHash(code));
+    if (!name) return std::nullopt;
+    const std::string token = NewToken();
+    journal_.AddToken(*name, TokenHash(token));
+    return nlohmann::json{{"token", token}, {"name", *name}};
+}
+
 bool PrintService::Authorised(std::string_view token) {
     return !token.empty() && journal_.HasTokenHash(TokenHash(token));
 }

@@ -36,6 +36,8 @@ class PrintService : public JobDesk {
     Resolution Resolve(std::int64_t id, bool done) override;
     nlohmann::json Printers() override;
     std::optional<nlohmann::json> PrinterStatus(const std::string& printer) override;
+    std::optional<std::string> Paper(const std::string& printer) override;
+    std::optional<nlohmann::json> Pair(const std::string& code) override;
     bool Authorised(std::string_view token) override;
     std::string Metrics() override;
     EventHub& events() override { return events_; }

@@ -85,16 +85,29 @@ std::optional<Counters> ReadCounters(session::PrinterFiscal& printer) {
     return counters;
 }
 
-std::optional<std::int64_t> ReadSubtotal(session::PrinterFiscal& printer) {
+namespace {
+
+std::optional<std::int64_t> ReadS2Amount(session::PrinterFiscal& printer,
+                                         automation::Currency records::PrinterResponse2::*amount) {
     const auto fields = Query(printer, "S2", kS2Fields);
     if (!fields) return std::nullopt;
     try {
         records::PrinterResponse2 s2;
         s2.loadFromResponse(*fields);
-        return Cents(s2.subTotalVenta);
+        return Cents(s2.*amount);
     } catch (const std::exception&) {
         return std::nullopt;
     }
+}
+
+}  // namespace
+
+std::optional<std::int64_t> ReadSubtotal(session::PrinterFiscal& printer) {
+    return ReadS2Amount(printer, &records::PrinterResponse2::subTotalVenta);
+}
+
+std::optional<std::int64_t> ReadDue(session::PrinterFiscal& printer) {
+    return ReadS2Amount(printer, &records::PrinterResponse2::total);
 }
 
 std::optional<PrinterSnapshot> ReadSnapshot(session::PrinterFiscal& printer) {

@@ -46,5 +46,7 @@ std::optional<PrinterSnapshot> ReadSnapshot(session::PrinterFiscal& printer);
 std::optional<Counters> ReadCounters(session::PrinterFiscal& printer);
 // The open document's subtotal from S2, in cents.
 std::optional<std::int64_t> ReadSubtotal(session::PrinterFiscal& printer);
+// What the open document comes to, taxes included, in cents.
+std::optional<std::int64_t> ReadDue(session::PrinterFiscal& printer);
 
 }  // namespace corvid::service

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "records/printer_model.h"
 #include "service/job_json.h"
 #include "session/printer_fiscal.h"
 #include "text/windows_1252.h"
@@ -106,7 +107,7 @@ bool PrinterWorker::OpenSession() {
         {
             std::lock_guard lock(mutex_);
             serial_ = printer->SerialPrinter();
-            model_ = std::to_string(printer->tipoPrinter());
+            model_ = records::ModelName(printer->tipoPrinter());
             printer_ = std::move(printer);
         }
         Probe();
@@ -163,9 +164,16 @@ void PrinterWorker::PublishPrinter() {
 
 nlohmann::json PrinterWorker::View() const {
     std::lock_guard lock(mutex_);
-    return {{"id", setup_.name}, {"port", setup_.port}, {"online", online_},
-            {"sts1", sts1_},     {"sts2", sts2_},       {"status_text", statusText_},
-            {"serial", serial_}, {"model", model_},     {"queue", static_cast<int>(queue_.size())}};
+    return {{"id", setup_.name},
+            {"port", setup_.port},
+            {"online", online_},
+            {"sts1", sts1_},
+            {"sts2", sts2_},
+            {"status_text", statusText_},
+            {"serial", serial_},
+            {"model", model_},
+            {"queue", static_cast<int>(queue_.size())},
+            {"paper", static_cast<bool>(setup_.paper)}};
 }
 
 PrinterGauge PrinterWorker::Gauge() const {

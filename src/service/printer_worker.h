@@ -31,6 +31,8 @@ struct PrinterSetup {
     std::string port;         // as given, for people
     std::int16_t portNumber;  // the COM number the session opens
     OpenDocumentPolicy policy = OpenDocumentPolicy::kComplete;
+    // The built-in simulated printer's paper roll so far; empty for a real printer.
+    std::function<std::string()> paper;
 };
 
 class PrinterWorker {
@@ -50,6 +52,7 @@ class PrinterWorker {
     // {"id", "port", "online", "sts1", "sts2", "status_text", "serial", "model", "queue"}
     nlohmann::json View() const;
     PrinterGauge Gauge() const;
+    const PrinterSetup& setup() const { return setup_; }
     // Runs `query` on the printer's session between two jobs (or blocks of a job being
     // taken up); none when the printer is not open or stays busy for `patience`.
     std::optional<nlohmann::json> Query(

@@ -10,5 +10,7 @@ namespace corvid::service {
 // From the system's cryptographic random source.
 std::string NewToken();
 std::string TokenHash(std::string_view token);
+// Six random decimal digits, for a person to type.
+std::string NewPairingCode();
 
 }  // namespace corvid::service

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "service/http_server.h"
+#include "service/web_assets.h"
 
 namespace corvid::service {
 namespace {
@@ -54,6 +55,14 @@ class FakeDesk : public JobDesk {
     std::optional<nlohmann::json> PrinterStatus(const std::string& printer) override {
         if (printer != "front") return std::nullopt;
         return nlohmann::json{{"online", true}};
+    }
+    std::optional<std::string> Paper(const std::string& printer) override {
+        if (printer != "front") return std::nullopt;
+        return "TOTAL 1,16\n";
+    }
+    std::optional<nlohmann::json> Pair(const std::string& code) override {
+        if (code != "123456") return std::nullopt;
+        return nlohmann::json{{"token", "paired"}, {"name", "browser"}};
     }
     bool Authorised(std::string_view token) override { return token == "secret"; }
     std::string Metrics() override { return "corvid_jobs{state=\"done\"} 1\n"; }
@@ -138,6 +147,22 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
     };
     const Case cases[] = {
         {with(sale, "Origin", "http://evil.example"), 403, "origin http://evil.example"},
+        // A form's "simple" post needs no preflight: refused all the same.
+        {{"POST",
+          "/v1/jobs",
+          {{"Origin", "http://evil.example"}, {"Content-Type", "text/plain"}},
+          kSale},
+         403,
+         "origin"},
+        {{"OPTIONS", "/v1/jobs", {{"Origin", "http://evil.example"}}}, 403, "origin"},
+        // DNS rebinding: the page's own origin, under a name that is not this machine's.
+        {{"GET",
+          "/v1/printers",
+          {{"Host", "evil.example:8720"},
+           {"Origin", "http://evil.example:8720"},
+           {"Authorization", "Bearer secret"}}},
+         403,
+         "origin"},
         {with(with(Post("/v1/jobs", ""), "Content-Length", "1048577"), "Origin", "null"), 403,
          "origin null"},
         {without(sale, "Authorization"), 401, "token is needed"},
@@ -173,6 +198,14 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
         {Post("/v1/jobs/1/resolve", R"({"as": "maybe"})"), 400, "as:"},
         {{"GET", "/v1/printers/side/status"}, 404, "no printer side"},
         {{"GET", "/v1/events"}, 400, "WebSocket"},
+        {{"GET", "/v1/printers/back/paper"}, 404, "no paper roll"},
+        {{"POST", "/favicon.svg", {}}, 405, "POST is not allowed"},
+        {{"POST", "/v1/pair", {{"Content-Type", "application/json"}}, R"({"code": "654321"})"},
+         401,
+         "pairing code"},
+        {{"POST", "/v1/pair", {{"Content-Type", "application/json"}}, R"({"code": 123456})"},
+         400,
+         "code:"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.call.method + " " + c.call.target + " expecting " + c.says);
@@ -186,15 +219,36 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
     EXPECT_EQ(desk_.changes, 0);
 }
 
-TEST_F(HttpApi, AnswersWithoutTokenOnlyHealthAndLetsAllowedPagesRead) {
+TEST_F(HttpApi, AnswersWithoutTokenOnlyHealthPairingAndPages) {
     Reply health = Send({"GET", "/health", {}});
     EXPECT_EQ(health.status, 200);
     EXPECT_EQ(nlohmann::json::parse(health.body), nlohmann::json({{"status", "ok"}}));
+    Reply paired =
+        Send({"POST", "/v1/pair", {{"Content-Type", "application/json"}}, R"({"code": "123456"})"});
+    EXPECT_EQ(nlohmann::json::parse(paired.body)["token"], "paired");
+    Reply page = Send({"GET", "/favicon.svg", {}});
+    EXPECT_EQ(page.status, 200);
+    EXPECT_EQ(page.headers[http::field::content_type], "image/svg+xml");
+    EXPECT_EQ(page.headers["Content-Security-Policy"], kDashboardPolicy);
+    for (const Reply* reply : {&health, &paired, &page})
+        EXPECT_EQ(reply->headers.count(http::field::set_cookie), 0u);
+}
 
-    Reply preflight = Send({"OPTIONS", "/v1/jobs", {{"Origin", "http://till.local"}}});
+TEST_F(HttpApi, LetsAllowedAndOwnPagesRead) {
+    Reply preflight = Send(
+        {"OPTIONS",
+         "/v1/jobs",
+         {{"Origin", "http://till.local"}, {"Access-Control-Request-Private-Network", "true"}}});
     EXPECT_EQ(preflight.status, 204);
     EXPECT_NE(preflight.headers["Access-Control-Allow-Headers"].find("Idempotency-Key"),
               std::string::npos);
+    EXPECT_EQ(preflight.headers["Access-Control-Allow-Private-Network"], "true");
+    Reply own = Send({"GET",
+                      "/v1/printers/front/paper",
+                      {{"Host", "127.0.0.1:8720"},
+                       {"Origin", "http://127.0.0.1:8720"},
+                       {"Authorization", "Bearer secret"}}});
+    EXPECT_EQ(nlohmann::json::parse(own.body)["text"], "TOTAL 1,16\n");
     Reply printers = Send({"GET",
                            "/v1/printers",
                            {{"Origin", "http://till.local"}, {"Authorization", "Bearer secret"}}});

@@ -150,6 +150,20 @@ TEST(Journal, TokensAreReplacedByNameAndRemoved) {
     EXPECT_FALSE(journal.HasTokenHash("new"));
 }
 
+TEST(Journal, APairingCodeWorksOnceAndNotWhenStaleOrGuessedAt) {
+    TempFolder folder;
+    Journal journal(folder.path());
+    journal.AddPairing("fresh", "till", std::chrono::minutes(5));
+    journal.AddPairing("stale", "till", std::chrono::seconds(-1));
+    EXPECT_EQ(journal.ClaimPairing("fresh"), "till");
+    EXPECT_EQ(journal.ClaimPairing("fresh"), std::nullopt);
+    EXPECT_EQ(journal.ClaimPairing("stale"), std::nullopt);
+    // Two wrong codes so far; eight more void the code that was still good.
+    journal.AddPairing("pending", "office", std::chrono::minutes(5));
+    for (int guess = 0; guess < 8; ++guess) EXPECT_EQ(journal.ClaimPairing("guess"), std::nullopt);
+    EXPECT_EQ(journal.ClaimPairing("pending"), std::nullopt);
+}
+
 TEST(Journal, ABrokenFileIsAJournalError) {
     TempFolder folder;
     folder.Write("journal.db", std::string(4096, 'x'));

@@ -186,6 +186,7 @@ void TakeCommandWords(Arguments& a) {
         case Command::kTokenAdd:
         case Command::kTokenList:
         case Command::kTokenRemove:
+        case Command::kTokenPair:
         case Command::kJobs:
             break;
     }

@@ -32,6 +32,7 @@ enum class Command {
     kTokenAdd,
     kTokenList,
     kTokenRemove,
+    kTokenPair,
     kJobs,
 };
 

@@ -19,16 +19,24 @@ namespace {
 // Printers named by a device or server are reached as COM99, COM98, ...: the port table's
 // last numbers, the least likely to be taken by a real port.
 constexpr std::int16_t kHighestMappedPort = 99;
+// Long enough to walk to the till, short enough that a code seen over a shoulder is stale.
+constexpr std::chrono::minutes kPairingLifetime{5};
 
 std::filesystem::path DataFolder(const ServeOptions& options) {
     return options.dataFolder ? std::filesystem::path(*options.dataFolder)
                               : service::DefaultDataFolder();
 }
 
+// The tool's status, and the day's figures a dashboard shows beside it.
 nlohmann::json StatusJson(session::PrinterFiscal& printer) {
     std::ostringstream text;
-    ShowStatus(printer, Output::kJson, text);
-    return nlohmann::json::parse(text.str(), nullptr, false);
+    const bool answered = ShowStatus(printer, Output::kJson, text) == kExitAccepted;
+    nlohmann::json status = nlohmann::json::parse(text.str(), nullptr, false);
+    if (answered && status.is_object()) {
+        status["Day"] = SummaryUpload(printer, "U0X");
+        status["Closing"] = SummaryUpload(printer, "U0Z");
+    }
+    return status;
 }
 
 struct Printers {
@@ -36,20 +44,30 @@ struct Printers {
     std::vector<service::PrinterSetup> setups;
 };
 
+// The setup of the target last added; the built-in simulator lets its paper be read.
+service::PrinterSetup SetupOfLast(const Printers& printers, const std::string& name,
+                                  const std::string& port, const ServeOptions& options) {
+    const PrinterTarget& target = *printers.targets.back();
+    service::PrinterSetup setup{name, port, target.port(), options.onOpenDocument, {}};
+    if (SimulatedPrinter* simulator = target.simulator()) {
+        setup.paper = [simulator] { return simulator->PrintedText(); };
+    }
+    return setup;
+}
+
 Printers OpenTargets(const ServeOptions& options) {
     Printers printers;
     if (options.printers.empty()) {
         printers.targets.push_back(
             std::make_unique<PrinterTarget>(std::nullopt, kHighestMappedPort));
-        printers.setups.push_back({"default", printers.targets.back()->description(),
-                                   printers.targets.back()->port(), options.onOpenDocument});
+        printers.setups.push_back(
+            SetupOfLast(printers, "default", printers.targets.back()->description(), options));
     }
     for (std::size_t i = 0; i < options.printers.size(); ++i) {
         const NamedPrinter& named = options.printers[i];
         printers.targets.push_back(std::make_unique<PrinterTarget>(
             named.port, static_cast<std::int16_t>(kHighestMappedPort - i)));
-        printers.setups.push_back(
-            {named.name, named.portText, printers.targets.back()->port(), options.onOpenDocument});
+        printers.setups.push_back(SetupOfLast(printers, named.name, named.portText, options));
     }
     return printers;
 }
@@ -93,6 +111,12 @@ int RunTokenCommand(const Invocation& inv, std::ostream& out, std::ostream& err)
                 const std::string token = service::NewToken();
                 journal.AddToken(inv.tokenName, service::TokenHash(token));
                 out << token << "\n";
+                return kExitAccepted;
+            }
+            case Command::kTokenPair: {
+                const std::string code = service::NewPairingCode();
+                journal.AddPairing(service::TokenHash(code), inv.tokenName, kPairingLifetime);
+                out << code << "\n";
                 return kExitAccepted;
             }
             case Command::kTokenRemove:

@@ -25,7 +25,8 @@ bool IsDocumentCommand(Command command) {
 
 bool IsServiceCommand(Command command) {
     return command == Command::kServe || command == Command::kTokenAdd ||
-           command == Command::kTokenList || command == Command::kTokenRemove;
+           command == Command::kTokenList || command == Command::kTokenRemove ||
+           command == Command::kTokenPair;
 }
 
 void CheckServe(Arguments& a) {
@@ -115,6 +116,10 @@ void AddServiceCommands(CLI::App& app, Arguments& a) {
     a.Add(*token, Command::kTokenList, "list", "the names of the tokens and when they were made");
     a.Add(*token, Command::kTokenRemove, "remove", "remove NAME's token")
         ->add_option("NAME", a.inv.tokenName, "whose token")
+        ->required();
+    a.Add(*token, Command::kTokenPair, "pair",
+          "print a 6-digit code that logs a browser in as NAME, once, within 5 minutes")
+        ->add_option("NAME", a.inv.tokenName, "who the browser's token is for")
         ->required();
 
     CLI::App* jobs =

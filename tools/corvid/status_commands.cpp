@@ -2,32 +2,20 @@
 
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <utility>
 
 #include "automation/vb_error.h"
 #include "corvid/command_line.h"
 #include "corvid/record_views.h"
 #include "jobs/step_runner.h"
+#include "records/printer_model.h"
+#include "records/resumen_z.h"
 #include "session/printer_fiscal.h"
 #include "text/windows_1252.h"
 
 namespace corvid::tool {
 namespace {
-
-const char* ModelName(std::int32_t model) {
-    switch (model) {
-        case session::SRP350:
-            return "SRP350";
-        case session::DT230:
-            return "DT230";
-        case session::HKA112:
-            return "HKA112";
-        case session::SRP812:
-            return "SRP812";
-        default:
-            return "unknown";
-    }
-}
 
 // The records never raise for a failed exchange: they come back as substitutes, and the
 // outcome says whether the printer answered.
@@ -107,7 +95,7 @@ int ShowStatus(session::PrinterFiscal& printer, Output output, std::ostream& out
     report.Add("Status", {{"STS1", text::Utf8FromWindows1252(printer.explainSTS1())},
                           {"STS2", text::Utf8FromWindows1252(printer.explainSTS2())},
                           {"Serial", text::Utf8FromWindows1252(printer.SerialPrinter())},
-                          {"model", ModelName(printer.tipoPrinter())}});
+                          {"model", records::ModelName(printer.tipoPrinter())}});
     const std::pair<const char*, std::function<RecordView()>> queries[] = {
         {"S1", [&] { return ViewOf(*printer.StatusS1()); }},
         {"S2", [&] { return ViewOf(*printer.StatusS2()); }},
@@ -123,6 +111,18 @@ int ShowStatus(session::PrinterFiscal& printer, Output output, std::ostream& out
         report.Add(name, std::move(view));
     }
     return report.Print(out);
+}
+
+nlohmann::ordered_json SummaryUpload(session::PrinterFiscal& printer, const char* upload) {
+    records::ResumenZ summary;
+    std::vector<std::string> fields;
+    std::ostringstream unread;  // the caller learns of a failure from the null
+    if (!Ask(
+            printer, [&] { fields = printer.GetResponse(upload); }, unread) ||
+        fields.empty())
+        return nullptr;
+    summary.loadFromFields(fields);
+    return ViewOf(summary);
 }
 
 int CloseDay(session::PrinterFiscal& printer, Output output, std::ostream& out) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <nlohmann/json.hpp>
 
 namespace corvid::session {
 class PrinterFiscal;
@@ -15,6 +16,9 @@ enum class Output { kText, kJson };
 
 // Status bytes in words, the serial and model, then the S1 to S4 records.
 int ShowStatus(session::PrinterFiscal& printer, Output output, std::ostream& out);
+// The summary of the day so far (the printer's "U0X") or of its last closing ("U0Z"), as
+// `corvid summary` shows it; null when the printer gave no readable answer.
+nlohmann::ordered_json SummaryUpload(session::PrinterFiscal& printer, const char* upload);
 // Closes the day (Z) and shows the summary read after it.
 int CloseDay(session::PrinterFiscal& printer, Output output, std::ostream& out);
 // The summary of the last daily closure, closing nothing.

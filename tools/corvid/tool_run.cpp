@@ -179,7 +179,7 @@ int RunCommandLine(const std::vector<std::string>& args, std::ostream& out, std:
     // The service runs until it is stopped: no deadline.
     if (inv.command == Command::kServe) return RunServe(inv, out, err);
     if (inv.command == Command::kTokenAdd || inv.command == Command::kTokenList ||
-        inv.command == Command::kTokenRemove)
+        inv.command == Command::kTokenRemove || inv.command == Command::kTokenPair)
         return RunTokenCommand(inv, out, err);
 
     // Armed first, so that it bounds everything after the command line: reading the file
