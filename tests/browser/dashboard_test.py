@@ -13,6 +13,7 @@ import time
 import unittest
 
 from PIL import Image
+from selenium.common.exceptions import StaleElementReferenceException
 from selenium.webdriver.common.by import By
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
@@ -102,6 +103,7 @@ def rect(driver, element):
 
 
 def share(image, box, test):
+    box = (max(box[0], 0), max(box[1], 0), min(box[2], image.width), min(box[3], image.height))
     pixels = list(image.convert("RGB").crop(box).getdata())
     return sum(1 for p in pixels if test(p)) / len(pixels)
 
@@ -123,19 +125,30 @@ class DashboardTest(unittest.TestCase):
     def find(self, selector):
         return self.driver.find_element(By.CSS_SELECTOR, selector)
 
+    # Asked in the page in one go: the page redraws its cards and rows on every event.
     def shown(self, selector):
-        found = self.driver.find_elements(By.CSS_SELECTOR, selector)
-        return bool(found) and found[0].is_displayed()
+        return self.driver.execute_script(
+            "const e = document.querySelector(arguments[0]); return !!e && e.checkVisibility();",
+            selector)
 
     def row_state(self, job_id):
-        rows = self.driver.find_elements(By.CSS_SELECTOR, '#jobs tbody tr[data-job-id="%d"]' % job_id)
-        return rows[0].get_attribute("data-state") if rows else None
+        return self.driver.execute_script(
+            "return document.querySelector(arguments[0])?.dataset.state ?? null;",
+            '#jobs tbody tr[data-job-id="%d"]' % job_id)
+
+    def click(self, selector):
+        for attempt in range(5):
+            try:
+                return self.find(selector).click()
+            except StaleElementReferenceException:
+                if attempt == 4:
+                    raise
 
     def pair(self, code):
         field = self.find("#login-code")
         field.clear()
         field.send_keys(code)
-        self.find("#login-code-submit").click()
+        self.click("#login-code-submit")
 
     def test_1_pairing_code_signs_in_once(self):
         self.driver.get(self.service.url + "/")
@@ -143,7 +156,7 @@ class DashboardTest(unittest.TestCase):
         code = self.service.tool("token", "pair", "dashboard")
         self.pair(code)
         wait_for(self.driver, lambda d: self.shown("#dashboard") and self.shown(".badge-online"))
-        self.find("#logout").click()
+        self.click("#logout")
         wait_for(self.driver, lambda d: self.shown("#login"))
         self.pair(code)
         wait_for(self.driver, lambda d: self.shown("#login-error"), message="a used code signed in")
@@ -166,6 +179,7 @@ class DashboardTest(unittest.TestCase):
         self.assertEqual(seen[-1], "done")
         total = self.find('#jobs tbody tr[data-job-id="%d"] .col-total' % job["id"]).text
         self.assertRegex(total, r"\d")
+        self.driver.execute_script("scrollTo(0, 0)")
         path = screenshot(self.driver, "dashboard")
         green = lambda p: p[1] > p[0] + 50 and p[1] > p[2] + 30
         self.assertGreater(share(Image.open(path), rect(self.driver, self.find(".badge-online")), green), 0.5)
@@ -173,7 +187,7 @@ class DashboardTest(unittest.TestCase):
     def test_3_job_detail_shows_every_step(self):
         job_id = self.service.call("GET", "/v1/jobs?limit=1", self.token)[1]["jobs"][0]["id"]
         job = self.service.call("GET", "/v1/jobs/%d" % job_id, self.token)[1]
-        self.find('#jobs tbody tr[data-job-id="%d"]' % job_id).click()
+        self.click('#jobs tbody tr[data-job-id="%d"]' % job_id)
         wait_for(self.driver, lambda d: self.shown("#job-detail") and
                  len(d.find_elements(By.CSS_SELECTOR, "#job-steps tbody tr")) == len(job["steps"]))
         states = [r.get_attribute("data-step-state")
@@ -181,7 +195,7 @@ class DashboardTest(unittest.TestCase):
         self.assertEqual(states, ["confirmed"] * len(job["steps"]))
         self.assertIn(job["steps"][0]["what"], self.find("#job-steps").text)
         screenshot(self.driver, "job-detail")
-        self.find("#job-detail-close").click()
+        self.click("#job-detail-close")
         wait_for(self.driver, lambda d: not self.shown("#job-detail"))
 
     def jobs_of_type(self, kind):
@@ -189,10 +203,11 @@ class DashboardTest(unittest.TestCase):
         return [job for job in jobs if job["type"] == kind]
 
     def test_4_x_report_prints_on_the_paper(self):
-        self.find("#report-x").click()
+        self.click("#report-x")
         wait_for(self.driver, lambda d: "REPORTE X" in self.find("#paper").text, 30)
         self.assertEqual([job["state"] for job in self.jobs_of_type("report-x")], ["done"])
         paper = self.find("#paper")
+        self.driver.execute_script("scrollTo(0, 0); arguments[0].scrollIntoView({block: 'nearest'})", paper)
         path = screenshot(self.driver, "paper-roll")
         box = rect(self.driver, paper)
         image = Image.open(path)
@@ -208,13 +223,13 @@ class DashboardTest(unittest.TestCase):
         self.assertTrue(fits, "the roll's lines are cut at the side")
 
     def test_5_z_report_asks_first_then_shows_the_closing(self):
-        self.find("#report-z").click()
+        self.click("#report-z")
         wait_for(self.driver, lambda d: self.shown("#z-dialog"))
-        self.find("#z-cancel").click()
+        self.click("#z-cancel")
         wait_for(self.driver, lambda d: not self.shown("#z-dialog"))
-        self.find("#report-z").click()
+        self.click("#report-z")
         wait_for(self.driver, lambda d: self.shown("#z-confirm"))
-        self.find("#z-confirm").click()
+        self.click("#z-confirm")
         wait_for(self.driver, lambda d: self.shown("#z-summary [data-closing]"), 30)
         self.assertEqual([job["state"] for job in self.jobs_of_type("report-z")], ["done"])
         status = self.service.call("GET", "/v1/printers/default/status", self.token)[1]
@@ -234,10 +249,10 @@ class DashboardTest(unittest.TestCase):
 
     def test_7_switch_to_spanish(self):
         self.assertEqual(self.find("#report-x").text, "X report")
-        self.find("#lang-switch").click()
+        self.click("#lang-switch")
         wait_for(self.driver, lambda d: self.find("#report-x").text == "Reporte X")
         self.assertEqual(self.find(".badge-online").text, "en línea")
-        self.find("#lang-switch").click()
+        self.click("#lang-switch")
         wait_for(self.driver, lambda d: self.find("#report-x").text == "X report")
 
     def test_8_narrow_width_cuts_nothing(self):
@@ -265,13 +280,13 @@ class DashboardTest(unittest.TestCase):
         self.driver.get(till.url + "/")
         wait_for(self.driver, lambda d: self.shown("#login-token"))
         self.find("#login-token").send_keys(self.attention.token)
-        self.find("#login-token-submit").click()
+        self.click("#login-token-submit")
         row = '#jobs tbody tr[data-job-id="%d"]' % job["id"]
         wait_for(self.driver, lambda d: self.row_state(job["id"]) == "attention")
-        self.find(row).click()
+        self.click(row)
         wait_for(self.driver, lambda d: self.shown("#job-evidence"))
         self.assertTrue(self.find("#job-evidence").text.strip())
-        self.find("button[data-resolve=done]").click()
+        self.click("button[data-resolve=done]")
         wait_for(self.driver, lambda d: self.row_state(job["id"]) == "done")
         self.assertEqual(till.call("GET", "/v1/jobs/%d" % job["id"], self.attention.token)[1]["state"], "done")
 

@@ -125,7 +125,7 @@ export class Board {
 
   render() {
     this.renderPrinters();
-    this.renderJournal();
+    this.renderJournal(true);
     const open = this.jobs.get(this.detailId);
     if (open) this.renderDetail(open);
     if (this.closing) this.showClosing(this.closing);
@@ -147,11 +147,19 @@ export class Board {
     choice.hidden = this.printers.length < 2;
   }
 
-  renderJournal() {
+  // A row is drawn again only when its job changed (or the language did), so the row a
+  // person is about to click stays the same element while other jobs print.
+  renderJournal(redrawAll = false) {
     const table = $("jobs");
-    replaceChildren(table.tHead, journalHeader());
+    if (redrawAll || !table.tHead.rows.length) replaceChildren(table.tHead, journalHeader());
     const newestFirst = [...this.jobs.values()].sort((a, b) => b.id - a.id);
-    replaceChildren(table.tBodies[0], newestFirst.map(journalRow));
+    const rows = new Map();
+    for (const job of newestFirst) {
+      const drawn = this.rows?.get(job.id);
+      rows.set(job.id, { job, row: drawn && drawn.job === job && !redrawAll ? drawn.row : journalRow(job) });
+    }
+    this.rows = rows;
+    replaceChildren(table.tBodies[0], [...rows.values()].map((drawn) => drawn.row));
     $("jobs-empty").hidden = newestFirst.length > 0;
   }
 
