@@ -177,6 +177,9 @@ class DashboardTest(unittest.TestCase):
                 if job_id == str(job["id"])]
         self.assertIn("printing", seen)
         self.assertEqual(seen[-1], "done")
+        wait_for(self.driver, lambda d: d.execute_script(
+            "return document.querySelector('[data-printer=default] [data-figure=queue]')"
+            "?.textContent") == "0", message="the queue still counts the job")
         total = self.find('#jobs tbody tr[data-job-id="%d"] .col-total' % job["id"]).text
         self.assertRegex(total, r"\d")
         self.driver.execute_script("scrollTo(0, 0)")

@@ -24,6 +24,11 @@ export class Board {
     this.closing = null;
     this.online = true;
     this.loadPaper = coalesced(() => this.fetchPaper());
+    this.loadPrinterList = coalesced(async () => {
+      this.printers = await this.ask(() => this.client.printers());
+      this.renderPrinters();
+      this.renderChoice();
+    });
     this.unsubscribe = [
       client.on("job", (job) => this.onJob(job)),
       client.on("printer", (printer) => this.onPrinter(printer)),
@@ -51,9 +56,7 @@ export class Board {
   }
 
   async loadPrinters() {
-    this.printers = await this.ask(() => this.client.printers());
-    this.renderPrinters();
-    this.renderChoice();
+    await this.loadPrinterList();
     await Promise.allSettled([...this.printers.map((p) => this.loadStatus(p.id)), this.loadPaper()]);
   }
 
@@ -103,7 +106,11 @@ export class Board {
     this.renderJournal();
     if (this.detailId === job.id) this.renderDetail(job);
     if (job.printer === this.chosenPrinter()?.id) this.loadPaper().catch(report);
-    if (ENDED.has(job.state)) this.loadStatus(job.printer);
+    if (ENDED.has(job.state)) {
+      // A job's end changes the queue and the day's figures; no printer event says so.
+      this.loadPrinterList().catch(report);
+      this.loadStatus(job.printer);
+    }
   }
 
   onPrinter(printer) {
