@@ -136,6 +136,10 @@ class DashboardTest(unittest.TestCase):
             "return document.querySelector(arguments[0])?.dataset.state ?? null;",
             '#jobs tbody tr[data-job-id="%d"]' % job_id)
 
+    def text(self, selector):
+        return self.driver.execute_script(
+            "return document.querySelector(arguments[0])?.innerText ?? null;", selector)
+
     def click(self, selector):
         for attempt in range(5):
             try:
@@ -180,7 +184,7 @@ class DashboardTest(unittest.TestCase):
         wait_for(self.driver, lambda d: d.execute_script(
             "return document.querySelector('[data-printer=default] [data-figure=queue]')"
             "?.textContent") == "0", message="the queue still counts the job")
-        total = self.find('#jobs tbody tr[data-job-id="%d"] .col-total' % job["id"]).text
+        total = self.text('#jobs tbody tr[data-job-id="%d"] .col-total' % job["id"])
         self.assertRegex(total, r"\d")
         self.driver.execute_script("scrollTo(0, 0)")
         path = screenshot(self.driver, "dashboard")
@@ -196,7 +200,7 @@ class DashboardTest(unittest.TestCase):
         states = [r.get_attribute("data-step-state")
                   for r in self.driver.find_elements(By.CSS_SELECTOR, "#job-steps tbody tr")]
         self.assertEqual(states, ["confirmed"] * len(job["steps"]))
-        self.assertIn(job["steps"][0]["what"], self.find("#job-steps").text)
+        self.assertIn(job["steps"][0]["what"], self.text("#job-steps"))
         screenshot(self.driver, "job-detail")
         self.click("#job-detail-close")
         wait_for(self.driver, lambda d: not self.shown("#job-detail"))
@@ -207,7 +211,7 @@ class DashboardTest(unittest.TestCase):
 
     def test_4_x_report_prints_on_the_paper(self):
         self.click("#report-x")
-        wait_for(self.driver, lambda d: "REPORTE X" in self.find("#paper").text, 30)
+        wait_for(self.driver, lambda d: "REPORTE X" in self.text("#paper"), 30)
         self.assertEqual([job["state"] for job in self.jobs_of_type("report-x")], ["done"])
         paper = self.find("#paper")
         self.driver.execute_script("scrollTo(0, 0); arguments[0].scrollIntoView({block: 'nearest'})", paper)
@@ -239,7 +243,7 @@ class DashboardTest(unittest.TestCase):
         shown = self.find("#z-summary [data-closing]").get_attribute("data-closing")
         self.assertEqual(int(shown), status["Closing"]["numeroUltimoZ"])
         self.assertEqual(int(shown), status["S1"]["nCierres"])
-        self.assertIn(str(status["Closing"]["numeroUltimoZ"]), self.find("#z-summary h3").text)
+        self.assertIn(str(status["Closing"]["numeroUltimoZ"]), self.text("#z-summary h3"))
 
     def test_6_page_reconnects_after_a_restart(self):
         self.service.stop()
@@ -251,12 +255,12 @@ class DashboardTest(unittest.TestCase):
         wait_for(self.driver, lambda d: self.row_state(job["id"]) == "done", 30)
 
     def test_7_switch_to_spanish(self):
-        self.assertEqual(self.find("#report-x").text, "X report")
+        self.assertEqual(self.text("#report-x"), "X report")
         self.click("#lang-switch")
-        wait_for(self.driver, lambda d: self.find("#report-x").text == "Reporte X")
-        self.assertEqual(self.find(".badge-online").text, "en línea")
+        wait_for(self.driver, lambda d: self.text("#report-x") == "Reporte X")
+        self.assertEqual(self.text(".badge-online"), "en línea")
         self.click("#lang-switch")
-        wait_for(self.driver, lambda d: self.find("#report-x").text == "X report")
+        wait_for(self.driver, lambda d: self.text("#report-x") == "X report")
 
     def test_8_narrow_width_cuts_nothing(self):
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
@@ -287,8 +291,9 @@ class DashboardTest(unittest.TestCase):
         row = '#jobs tbody tr[data-job-id="%d"]' % job["id"]
         wait_for(self.driver, lambda d: self.row_state(job["id"]) == "attention")
         self.click(row)
-        wait_for(self.driver, lambda d: self.shown("#job-evidence"))
-        self.assertTrue(self.find("#job-evidence").text.strip())
+        evidence = wait_for(self.driver, lambda d: d.execute_script(
+            "return document.querySelector('#job-detail #job-evidence')?.textContent.trim()"))
+        self.assertTrue(evidence)
         self.click("button[data-resolve=done]")
         wait_for(self.driver, lambda d: self.row_state(job["id"]) == "done")
         self.assertEqual(till.call("GET", "/v1/jobs/%d" % job["id"], self.attention.token)[1]["state"], "done")
