@@ -69,11 +69,15 @@ std::optional<std::size_t> JobRunner::TakeUp(Job& job, const JobRecord& record) 
         return std::nullopt;
     }
     for (std::size_t i = 0; i < record.steps.size(); ++i) {
-        if (record.steps[i].command != job.plan.steps[i].command) {
+        if (record.steps[i].kind != jobs::NameOf(job.plan.steps[i].kind)) {
             Finish(job.id, JobState::kAttention, std::nullopt, std::nullopt,
-                   "step " + std::to_string(i + 1) + " would be sent differently now");
+                   "step " + std::to_string(i + 1) + " is no longer the same kind of step");
             return std::nullopt;
         }
+        // The bytes the journal holds, not the plan's: a printer with a document open may
+        // not answer what planning asks (its tax rates), and a step must go out as it was
+        // first written.
+        job.plan.steps[i].command = record.steps[i].command;
         job.progress[i] = {record.steps[i].state,
                            LearntCents(kSubtotalBefore, record.steps[i].learnt)};
     }
