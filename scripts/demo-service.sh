@@ -84,3 +84,6 @@ else
     echo "demo-service: expected one receipt of a done job, found $receipts ($state)" >&2
     exit 1
 fi
+echo
+echo "To watch the service in a browser: run '$corvid serve', open http://127.0.0.1:8720/ and"
+echo "sign in with the six digits '$corvid token pair me' prints."
