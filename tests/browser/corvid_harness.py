@@ -8,9 +8,11 @@ import signal
 import subprocess
 import tempfile
 import time
+import unittest
 import urllib.error
 import urllib.request
 
+from PIL import Image
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service as DriverService
 from selenium.webdriver.support.ui import WebDriverWait
@@ -136,3 +138,36 @@ def screenshot(driver, name):
     path = os.path.join(SCREENSHOTS, name + ".png")
     driver.save_screenshot(path)
     return path
+
+
+def element_box(driver, element):
+    """The element's box in screenshot pixels (left, top, right, bottom)."""
+    box = driver.execute_script(
+        "const r = arguments[0].getBoundingClientRect();"
+        "return [r.left, r.top, r.right, r.bottom, window.devicePixelRatio];", element)
+    return tuple(int(round(v * box[4])) for v in box[:4])
+
+
+def pixels_in(png, box):
+    """The RGB pixels of the screenshot inside BOX, clipped to the picture."""
+    with Image.open(png) as image:
+        box = (max(box[0], 0), max(box[1], 0), min(box[2], image.width),
+               min(box[3], image.height))
+        return list(image.convert("RGB").crop(box).getdata())
+
+
+class BrowserTest(unittest.TestCase):
+    """One service (with `service_options`) and one browser for a whole test class."""
+
+    service_options = {}
+
+    @classmethod
+    def setUpClass(cls):
+        cls.service = Service(**cls.service_options).start()
+        cls.token = cls.service.token()
+        cls.driver = browser()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.driver.quit()
+        cls.service.close()

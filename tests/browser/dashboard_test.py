@@ -17,7 +17,8 @@ from selenium.common.exceptions import StaleElementReferenceException
 from selenium.webdriver.common.by import By
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from corvid_harness import SIM, TOOL, Service, browser, screenshot, wait_for  # noqa: E402
+from corvid_harness import (SIM, TOOL, BrowserTest, Service, element_box, pixels_in,  # noqa: E402
+                            screenshot, wait_for)
 
 SALE = {"items": [{"description": "Item %d" % n, "price": 10 + n, "quantity": 1, "rate": 16}
                   for n in range(1, 13)],
@@ -93,33 +94,20 @@ class AttentionPrinter:
         self.sim.wait(10)
 
 
-def rect(driver, element):
-    """The element's box in screenshot pixels."""
-    box = driver.execute_script(
-        "const r = arguments[0].getBoundingClientRect();"
-        "return [r.left, r.top, r.right, r.bottom, window.devicePixelRatio];", element)
-    ratio = box[4]
-    return tuple(int(round(v * ratio)) for v in box[:4])
-
-
-def share(image, box, test):
-    box = (max(box[0], 0), max(box[1], 0), min(box[2], image.width), min(box[3], image.height))
-    pixels = list(image.convert("RGB").crop(box).getdata())
+def share(png, box, test):
+    pixels = pixels_in(png, box)
     return sum(1 for p in pixels if test(p)) / len(pixels)
 
 
-class DashboardTest(unittest.TestCase):
+class DashboardTest(BrowserTest):
     @classmethod
     def setUpClass(cls):
         cls.attention = AttentionPrinter()
-        cls.service = Service().start()
-        cls.token = cls.service.token()
-        cls.driver = browser()
+        super().setUpClass()
 
     @classmethod
     def tearDownClass(cls):
-        cls.driver.quit()
-        cls.service.close()
+        super().tearDownClass()
         cls.attention.close()
 
     def find(self, selector):
@@ -189,7 +177,7 @@ class DashboardTest(unittest.TestCase):
         self.driver.execute_script("scrollTo(0, 0)")
         path = screenshot(self.driver, "dashboard")
         green = lambda p: p[1] > p[0] + 50 and p[1] > p[2] + 30
-        self.assertGreater(share(Image.open(path), rect(self.driver, self.find(".badge-online")), green), 0.5)
+        self.assertGreater(share(path, element_box(self.driver, self.find(".badge-online")), green), 0.5)
 
     def test_3_job_detail_shows_every_step(self):
         job_id = self.service.call("GET", "/v1/jobs?limit=1", self.token)[1]["jobs"][0]["id"]
@@ -216,10 +204,9 @@ class DashboardTest(unittest.TestCase):
         paper = self.find("#paper")
         self.driver.execute_script("scrollTo(0, 0); arguments[0].scrollIntoView({block: 'nearest'})", paper)
         path = screenshot(self.driver, "paper-roll")
-        box = rect(self.driver, paper)
-        image = Image.open(path)
-        self.assertGreater(share(image, box, lambda p: sum(p) > 600), 0.7, "a light ground")
-        self.assertGreater(share(image, box, lambda p: sum(p) < 250), 0.01, "dark text")
+        box = element_box(self.driver, paper)
+        self.assertGreater(share(path, box, lambda p: sum(p) > 600), 0.7, "a light ground")
+        self.assertGreater(share(path, box, lambda p: sum(p) < 250), 0.01, "dark text")
         columns, fits = self.driver.execute_script(
             "const p = arguments[0], s = getComputedStyle(p), probe = document.createElement('span');"
             "probe.textContent = '0'.repeat(100); p.append(probe);"

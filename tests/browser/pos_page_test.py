@@ -10,9 +10,7 @@ import threading
 import unittest
 import urllib.parse
 
-from PIL import Image
-
-from corvid_harness import ROOT, Service, browser, screenshot, wait_for
+from corvid_harness import ROOT, BrowserTest, element_box, pixels_in, screenshot, wait_for
 
 EXAMPLES = os.path.join(ROOT, "web", "examples")
 
@@ -29,25 +27,17 @@ def static_site(folder):
     return server, "http://127.0.0.1:%d" % server.server_address[1]
 
 
-def ink_in(png, box):
-    """How many colours the screenshot shows inside BOX (left, top, right, bottom)."""
-    with Image.open(png) as image:
-        return len(set(image.convert("RGB").crop(box).getdata()))
-
-
-class PosPageTest(unittest.TestCase):
+class PosPageTest(BrowserTest):
     @classmethod
     def setUpClass(cls):
         cls.shop, cls.shop_origin = static_site(EXAMPLES)
         cls.stranger, cls.stranger_origin = static_site(EXAMPLES)
-        cls.service = Service(origins=[cls.shop_origin]).start()
-        cls.token = cls.service.token()
-        cls.driver = browser()
+        cls.service_options = {"origins": [cls.shop_origin]}
+        super().setUpClass()
 
     @classmethod
     def tearDownClass(cls):
-        cls.driver.quit()
-        cls.service.close()
+        super().tearDownClass()
         for server in (cls.shop, cls.stranger):
             server.shutdown()
             server.server_close()
@@ -70,12 +60,10 @@ class PosPageTest(unittest.TestCase):
         self.assertEqual(number.text, str(job["document_number"]))
 
         png = screenshot(self.driver, "pos-page")
-        scale = self.driver.execute_script("return window.devicePixelRatio")
-        rect = number.rect
-        box = tuple(round(v * scale) for v in (rect["x"], rect["y"], rect["x"] + rect["width"],
-                                               rect["y"] + rect["height"]))
+        box = element_box(self.driver, number)
         self.assertGreater(box[2] - box[0], 0)
-        self.assertGreater(ink_in(png, box), 1, "the receipt number is not on the screenshot")
+        self.assertGreater(len(set(pixels_in(png, box))), 1,
+                           "the receipt number is not on the screenshot")
 
     def test_a_page_from_an_origin_not_allowed_can_neither_read_nor_print(self):
         before = len(self.jobs())
