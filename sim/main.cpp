@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "corvid_version.h"
 #include "sim/options.h"
 #include "sim/simulator.h"
 
@@ -20,6 +21,10 @@ int main(int argc, char** argv) {
     }
     if (options.help) {
         std::fputs(Usage().c_str(), stdout);
+        return 0;
+    }
+    if (options.version) {
+        std::puts("corvid-sim " CORVID_VERSION);
         return 0;
     }
 

@@ -51,6 +51,7 @@ std::string Usage() {
            "A simulated fiscal printer on a pseudo-terminal; prints the terminal's path and\n"
            "serves until interrupted. It keeps the day's fiscal state, refuses with NAK what\n"
            "makes no sense in it, and prints its documents on a 40-column paper roll.\n"
+           "  --version              print the version and stop\n"
            "  --variant srp350|dt230|hka112|srp812  model, sets a matching serial number\n"
            "  --serial TEXT          serial number (its first three characters give the model)\n"
            "  --s1-layout short|long layout of the S1 record: 14 or 16 fields (by default\n"
@@ -146,6 +147,7 @@ using Arg = const std::string&;
 const OptionRule kSettings[] = {
     {"--help", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
     {"-h", false, [](Parsing& p, Arg, Arg) { p.options.help = true; }},
+    {"--version", false, [](Parsing& p, Arg, Arg) { p.options.version = true; }},
     {"--variant", true, [](Parsing& p, Arg, Arg v) { p.variant = VariantNamed(v); }},
     {"--serial", true,
      [](Parsing& p, Arg, Arg v) {

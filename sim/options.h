@@ -12,6 +12,7 @@ struct Options {
     SimulatorConfig config;
     bool printTranscript = false;
     bool help = false;
+    bool version = false;
 };
 
 // Parses the arguments after the program name; throws std::invalid_argument with a

@@ -1,6 +1,7 @@
 // What each endpoint answers, once Screen has let the request through.
 #include "service/api_routes.h"
 
+#include "corvid_version.h"
 #include "jobs/job_request.h"
 #include "service/api_errors.h"
 #include "service/api_query.h"
@@ -59,7 +60,7 @@ ApiResponse ApiRoutes::Dispatch(const ApiRequest& request) {
     auto match = MatchEndpoint(target->segments);
     switch (match->endpoint) {
         case Endpoint::kHealth:
-            return Json(200, {{"status", "ok"}});
+            return Json(200, {{"status", "ok"}, {"version", CORVID_VERSION}});
         case Endpoint::kMetrics: {
             ApiResponse response{200, "text/plain; version=0.0.4", desk_.Metrics(), {}};
             return response;

@@ -8,6 +8,7 @@
 #include <boost/beast/websocket.hpp>
 #include <map>
 
+#include "corvid_version.h"
 #include "service/http_server.h"
 #include "service/web_assets.h"
 
@@ -222,7 +223,8 @@ TEST_F(HttpApi, RefusesBadRequestsWithJsonErrorsAndChangesNothing) {
 TEST_F(HttpApi, AnswersWithoutTokenOnlyHealthPairingAndPages) {
     Reply health = Send({"GET", "/health", {}});
     EXPECT_EQ(health.status, 200);
-    EXPECT_EQ(nlohmann::json::parse(health.body), nlohmann::json({{"status", "ok"}}));
+    EXPECT_EQ(nlohmann::json::parse(health.body),
+              nlohmann::json({{"status", "ok"}, {"version", CORVID_VERSION}}));
     Reply paired =
         Send({"POST", "/v1/pair", {{"Content-Type", "application/json"}}, R"({"code": "123456"})"});
     EXPECT_EQ(nlohmann::json::parse(paired.body)["token"], "paired");

@@ -5,6 +5,7 @@
 
 #include "corvid/command_line_parts.h"
 #include "corvid/port_device.h"
+#include "corvid_version.h"
 #include "jobs/date_text.h"
 
 namespace corvid::tool {
@@ -251,6 +252,7 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     AddPrinterCommands(app, arguments);
     AddSettingCommands(app, arguments);
     AddServiceCommands(app, arguments);
+    app.set_version_flag("--version", std::string("corvid ") + CORVID_VERSION);
     // Leftover words are collected rather than refused by the parser, so that the message
     // can say "unknown command" rather than only that a command is required.
     app.allow_extras();
@@ -263,6 +265,11 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& args) {
     } catch (const CLI::CallForHelp& help) {
         std::ostringstream out, err;
         parsed.exitCode = app.exit(help, out, err);
+        parsed.output = out.str();
+        return parsed;
+    } catch (const CLI::CallForVersion& version) {
+        std::ostringstream out, err;
+        parsed.exitCode = app.exit(version, out, err);
         parsed.output = out.str();
         return parsed;
     } catch (const CLI::ParseError& error) {
