@@ -35,6 +35,7 @@ TEST(CommandLine, MistakesSayWhichWordIsWrong) {
         {{"serve", "--printer", "a=COM1", "--printer", "a=COM2"}, "--printer a=COM2: the name a"},
         {{"serve", "--allow-origin", "http://shop/"}, "--allow-origin http://shop/: expected"},
         {{"serve", "--on-open-document", "later"}, "--on-open-document: later not in"},
+        {{"serve", "--windows-service"}, "--windows-service needs --data FOLDER"},
         {{"--port", "COM1", "serve"}, "the service names its printers with serve --printer"},
         {{"token", "add"}, "token: NAME is required"},
         {{"jobs"}, "jobs lists a print service's journal: give --service"},

@@ -1,5 +1,6 @@
 #include "corvid/serve_command.h"
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <sstream>
@@ -7,6 +8,7 @@
 #include "corvid/printer_target.h"
 #include "corvid/status_commands.h"
 #include "corvid/stop_signal.h"
+#include "corvid/windows_service.h"
 #include "service/bounded_waits.h"
 #include "service/http_server.h"
 #include "service/journal.h"
@@ -72,10 +74,9 @@ Printers OpenTargets(const ServeOptions& options) {
     return printers;
 }
 
-}  // namespace
-
-int RunServe(const Invocation& inv, std::ostream& out, std::ostream& err) {
-    const ServeOptions& options = inv.serve;
+// Runs the service until a stop is asked for; `ready` is called once it listens.
+int ServeUntilStopped(const ServeOptions& options, std::ostream& out, std::ostream& err,
+                      const std::function<void()>& ready) {
     PrepareStopSignal();
     try {
         service::BoundedWaits boundedWaits;
@@ -92,15 +93,30 @@ int RunServe(const Invocation& inv, std::ostream& out, std::ostream& err) {
             out << "  printer " << setup.name << ": " << setup.port << "\n";
         }
         out << "  journal: " << (data / "journal.db").string() << "\n" << std::flush;
+        ready();
         WaitForStopSignal();
         out << "corvid serve: stopping\n";
         server.Stop();
         desk.Stop();
+        out << "corvid serve: stopped\n" << std::flush;
         return kExitAccepted;
     } catch (const std::exception& error) {
-        err << "corvid serve: " << error.what() << "\n";
+        err << "corvid serve: " << error.what() << "\n" << std::flush;
         return kExitFailed;
     }
+}
+
+}  // namespace
+
+int RunServe(const Invocation& inv, std::ostream& out, std::ostream& err) {
+    const ServeOptions& options = inv.serve;
+    if (!options.windowsService) return ServeUntilStopped(options, out, err, [] {});
+    return RunAsWindowsService(
+        DataFolder(options) / "service.log",
+        [&options](std::ostream& log, const std::function<void()>& ready) {
+            return ServeUntilStopped(options, log, log, ready);
+        },
+        err);
 }
 
 int RunTokenCommand(const Invocation& inv, std::ostream& out, std::ostream& err) {

@@ -3,6 +3,7 @@
 
 #include "corvid/command_line_parts.h"
 #include "corvid/port_device.h"
+#include "corvid/windows_service.h"
 
 namespace corvid::tool::command_line {
 
@@ -46,6 +47,15 @@ void CheckServe(Arguments& a) {
         Checking("--listen", a.listen, [&](const std::string& t) { ParseListen(t, serve); });
     for (const std::string& origin : serve.allowedOrigins)
         Checking("--allow-origin", origin, CheckOrigin);
+    if (serve.windowsService) {
+        // A service runs as LocalSystem, whose own folders are no place for a shop's journal.
+        if (!serve.dataFolder)
+            throw Mistake{
+                "--windows-service needs --data FOLDER (the installer gives "
+                "%ProgramData%\\Corvid)"};
+        if (const std::string refusal = WindowsServiceRefusal(); !refusal.empty())
+            throw Mistake{refusal};
+    }
     serve.onOpenDocument =
         a.onOpenDocument == "cancel" ? OpenDocumentPolicy::kCancel : OpenDocumentPolicy::kComplete;
 }
@@ -106,6 +116,9 @@ void AddServiceCommands(CLI::App& app, Arguments& a) {
                      "a document left open by a crash or a power cut: complete or cancel")
         ->check(CLI::IsMember({"complete", "cancel"}))
         ->capture_default_str();
+    serve->add_flag("--windows-service", a.inv.serve.windowsService,
+                    "run under the Windows service manager (as the installer registers it), "
+                    "logging to service.log in the --data folder, which it needs");
 
     CLI::App* token = app.add_subcommand("token", "manage the tokens that may call the service");
     token->require_subcommand(1);

@@ -34,6 +34,7 @@ struct ServeOptions {
     std::optional<std::string> dataFolder;
     std::vector<std::string> allowedOrigins;
     OpenDocumentPolicy onOpenDocument = OpenDocumentPolicy::kComplete;
+    bool windowsService = false;  // run by the Windows service manager, logging to the data folder
 };
 
 // The service a client talks to: `--service http://HOST:PORT --token T [--key K]`.

@@ -1,4 +1,5 @@
 #include <signal.h>
+#include <unistd.h>
 
 #include "corvid/stop_signal.h"
 
@@ -26,5 +27,7 @@ void WaitForStopSignal() {
     int signal = 0;
     sigwait(&signals, &signal);
 }
+
+void RequestStop() { kill(getpid(), SIGTERM); }
 
 }  // namespace corvid::tool

@@ -29,4 +29,6 @@ void PrepareStopSignal() {
 
 void WaitForStopSignal() { WaitForSingleObject(StopEvent(), INFINITE); }
 
+void RequestStop() { SetEvent(StopEvent()); }
+
 }  // namespace corvid::tool
