@@ -8,7 +8,7 @@ FUZZ := build/fuzz
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-service-windows test-window test-windows32 test-fuzz demo bench fuzz soak mutants format clean
+	test-automation test-service-windows test-window test-windows32 test-installer test-fuzz demo bench fuzz soak mutants format clean
 
 all: native windows windows32
 
@@ -72,12 +72,21 @@ test-windows32: windows32 windows native
 	@echo "== 32-bit CorvidAPI.dll"
 	@scripts/check-dll32.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim $(WINDOWS)
 
+# The Windows release files from the builds above, then the installer under Wine in a fresh
+# prefix: silent install, the installed DLL on the simulated printer, the service, a clean
+# uninstall, an upgrade that keeps the data folder.
+test-installer: windows windows32 native
+	@echo "== Windows installer under Wine"
+	@version=$$(sed -n 's/^CORVID_VERSION:STRING=//p' $(WINDOWS)/CMakeCache.txt) && \
+		scripts/package-windows.sh $(WINDOWS) $(WINDOWS32) build/dist $$version && \
+		scripts/run-installer-test.sh build/dist $$version $(NATIVE)/sim/corvid-sim
+
 # Every fuzz program for a few seconds from its corpus (make fuzz: 10^7 inputs each).
 test-fuzz: deps
 	@echo "== fuzz programs, a few seconds each"
 	@FUZZ_SMOKE_SECONDS=$${FUZZ_SMOKE_SECONDS:-5} scripts/fuzz.sh smoke $(FUZZ)
 
-test: test-native test-asan test-windows test-automation test-service-windows test-window test-windows32 test-fuzz
+test: test-native test-asan test-windows test-automation test-service-windows test-window test-windows32 test-installer test-fuzz
 
 fuzz: deps
 	@FUZZ_MAX_SECONDS=$${FUZZ_MAX_SECONDS:-0} scripts/fuzz.sh full $(FUZZ)
