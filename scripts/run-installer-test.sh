@@ -63,9 +63,10 @@ reg_value() { # reg_value KEY NAME: the value's data
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Corvid'
 
 # The registry as "key<TAB>value line" rows, without the times Wine writes beside each key,
-# and the files of Program Files, the system folders and ProgramData. Wine's own bookkeeping
-# that changes on every start is left out by name: the font cache and the start counters
-# (listed in registry_noise).
+# and the files of Program Files, the system folders and ProgramData. What Wine rewrites at
+# every start is left out by name (tests/installer/registry_noise: the display driver's
+# date). Wine's own programs register their type libraries on their first run: they run
+# once before the first snapshot.
 snapshot() {
     wineserver -w
     awk '/^\[/ { sub(/\] [0-9]+$/, "]"); key = $0; print key; next }
@@ -91,6 +92,11 @@ drive_installed_dll() { # prints the script's PASS/FAIL lines; fails without DON
     grep -qx 'PASS .*' <<<"$output" && ! grep -q '^FAIL' <<<"$output" && grep -qx DONE <<<"$output"
 }
 
+for program in "cmd.exe /c exit" "sc.exe query none" "net.exe stop none" "reg.exe query HKLM\\Software" \
+    "cscript.exe //nologo none.vbs"; do
+    # shellcheck disable=SC2086
+    run $program >/dev/null
+done
 snapshot before
 start_simulator
 
