@@ -50,7 +50,8 @@ install_dir="$drive_c/Program Files/Corvid"
 data_dir="$drive_c/ProgramData/Corvid"
 
 run() { timeout 60 "$wine" "$@" 2>/dev/null | tr -d '\r'; }
-install() { timeout 120 "$wine" "$1" /S >/dev/null 2>&1; }
+# The service's printer is COM8, a port of its own.
+install() { timeout 120 "$wine" "$1" /S /PORT=COM8 >/dev/null 2>&1; }
 # The uninstaller hands over to a copy of itself and returns at once: the prefix's
 # processes ending says it has finished.
 uninstall() {
@@ -118,7 +119,7 @@ check "corvid --version from the PATH prints corvid $version" \
 service=$(run sc.exe query CorvidService)
 check "the service CorvidService is registered and running (sc query)" grep -q RUNNING <<<"$service"
 check "the service logs to service.log in the data folder" \
-    grep -q "listening on http://127.0.0.1:8720" "$data_dir/service.log"
+    grep -q "printer default: COM8" "$data_dir/service.log"
 check "the uninstall entry names version $version" test "$(reg_value "$uninstall_key" DisplayVersion)" = "$version"
 check "the uninstall entry has a quiet uninstall command" \
     test "$(reg_value "$uninstall_key" QuietUninstallString)" = '"C:\Program Files\Corvid\uninstall.exe" /S'

@@ -5,8 +5,9 @@
 ; It installs corvid.exe and the 64-bit CorvidAPI.dll in $PROGRAMFILES64\Corvid and the
 ; 32-bit one in its x86 folder, registers each with the regsvr32 of its own bitness, adds the
 ; folder to the system PATH and runs `corvid serve` as the service CorvidService (automatic
-; start, data in %ProgramData%\Corvid). Silent with /S. Installed over an older version it
-; stops the service, replaces the files, registers them again and keeps the data folder.
+; start, data in %ProgramData%\Corvid, the printer on /PORT=COMn, COM1 when not given).
+; Silent with /S. Installed over an older version it stops the service, replaces the files,
+; registers them again, keeps the service's command line and keeps the data folder.
 ; The uninstaller undoes all of it but keeps the data folder (the shop's journal) unless
 ; given /PURGE.
 
@@ -58,6 +59,8 @@ UninstPage uninstConfirm
 UninstPage instfiles
 
 Var DataFolder
+Var Port  ; /PORT=COMn: the printer's port the service starts with (COM1 when not given)
+Var PortGiven
 
 ; Runs a command line hidden and fails the install when it fails.
 !macro MustRun what command
@@ -78,6 +81,15 @@ Var DataFolder
 Function .onInit
   SetRegView 64
   SetShellVarContext all
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/PORT=" $Port
+  ${If} ${Errors}
+    StrCpy $Port "COM1"
+    StrCpy $PortGiven 0
+  ${Else}
+    StrCpy $PortGiven 1
+  ${EndIf}
 FunctionEnd
 
 Function un.onInit
@@ -117,11 +129,14 @@ FunctionEnd
 
 Function InstallService
   CreateDirectory "$DataFolder"
-  StrCpy $1 '"$INSTDIR\corvid.exe" serve --windows-service --data "$DataFolder"'
+  StrCpy $1 '"$INSTDIR\corvid.exe" serve --windows-service --data "$DataFolder" --printer default=$Port'
   nsExec::ExecToLog '"$SYSDIR\sc.exe" query ${SERVICE}'
   Pop $0
   ${If} $0 == 0
-    Call UpdateServiceCommand
+    ; An upgrade keeps the command line the shop gave the service (its printers).
+    ${If} $PortGiven == 1
+      Call UpdateServiceCommand
+    ${EndIf}
   ${Else}
     ; sc takes the command line as one argument: its own quotes escaped.
     ${WordReplace} $1 '"' '\"' "+" $2
@@ -132,8 +147,7 @@ Function InstallService
   !insertmacro MustRun "Starting the service" '"$SYSDIR\net.exe" start ${SERVICE}'
 FunctionEnd
 
-; An upgrade keeps the service (and whatever its owner set on it) and points it at this
-; install's command line $1. Through the service API: not every sc has "config".
+; Points the existing service at the command line $1, keeping the rest of its settings. Through the service API: not every sc has "config".
 Function UpdateServiceCommand
   System::Call 'advapi32::OpenSCManagerW(p 0, p 0, i ${SC_MANAGER_ALL_ACCESS}) p.r2'
   System::Call 'advapi32::OpenServiceW(p r2, w "${SERVICE}", i ${SERVICE_ALL_ACCESS}) p.r3'
