@@ -66,7 +66,8 @@ uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Corvid'
 # The registry as "key<TAB>value line" rows, without the times Wine writes beside each key,
 # and the files of Program Files, the system folders and ProgramData. What Wine rewrites at
 # every start is left out by name (tests/installer/registry_noise: the display driver's
-# date). Wine's own programs register their type libraries on their first run: they run
+# date), and so is the uninstaller's own copy in the user's Temp folder, which NSIS has
+# Windows delete at the next restart. Wine's own programs register their type libraries on their first run: they run
 # once before the first snapshot.
 snapshot() {
     wineserver -w
@@ -78,14 +79,16 @@ snapshot() {
         ProgramData -path ProgramData/Corvid -prune -o -print 2>/dev/null) | sort >"$work/$1.files"
 }
 
-# The simulated printer on COM7 of the prefix, for the VBScript host.
+# A fresh simulated printer on COM7 of the prefix, for the VBScript host.
 start_simulator() {
+    [ -n "${sim_pid:-}" ] && kill "$sim_pid" 2>/dev/null && wait "$sim_pid" 2>/dev/null
     rm -f "$WINEPREFIX/dosdevices/com7"
     (cd "$work" && exec "$simulator" --link "$WINEPREFIX/dosdevices/com7") >"$work/sim.log" 2>&1 &
     sim_pid=$!
     for _ in $(seq 50); do [ -e "$WINEPREFIX/dosdevices/com7" ] && break; sleep 0.1; done
 }
 drive_installed_dll() { # prints the script's PASS/FAIL lines; fails without DONE
+    start_simulator
     cat "$root/tests/registration/checks.inc" "$root/tests/installer/installed_dll.vbs" >"$work/installed_dll.vbs"
     local output
     output=$(cd "$work" && CORVID_SIM_PORT=7 run cscript.exe //nologo installed_dll.vbs)
@@ -99,7 +102,6 @@ for program in "cmd.exe /c exit" "sc.exe query none" "net.exe stop none" "reg.ex
     run $program >/dev/null
 done
 snapshot before
-start_simulator
 
 # A fresh install.
 check "setup /S installs silently (exit status 0)" install "$setup"
@@ -107,7 +109,7 @@ for file in corvid.exe CorvidAPI.dll x86/CorvidAPI.dll uninstall.exe; do
     check "installed $file" test -f "$install_dir/$file"
 done
 versions=$("$root/scripts/pe-version.py" "$install_dir/corvid.exe" "$install_dir/CorvidAPI.dll" \
-    "$install_dir/x86/CorvidAPI.dll" | awk '{print $2 "/" $3}' | sort -u)
+    "$install_dir/x86/CorvidAPI.dll" | awk '{print $(NF - 1) "/" $NF}' | sort -u)
 check "the installed binaries are version $version ($versions)" test "$versions" = "$version.0/$version"
 check "the 64-bit cscript creates PrinterFiscal and runs Execute through the installed DLL" \
     drive_installed_dll cscript
