@@ -2,6 +2,7 @@
 # Checks the Linux release files in DIST as a user receives them:
 #   - dpkg unpacks the .deb into a throwaway root and records exactly the files the archive
 #     lists; the promised files are among them;
+#   - dpkg -i on an overlay of this system runs the maintainer scripts (test-package-install.sh);
 #   - lintian finds no error or warning;
 #   - systemd accepts the unit, and its exposure stays within the hardening it was given;
 #   - the installed programs run, print the version, and carry no debug information but a
@@ -78,9 +79,9 @@ unit_accepted() {
     MANPATH=$root/usr/share/man systemd-analyze verify "$unit"
 }
 
-# 2.5 is what the unit scores today ("OK"); a lost protection raises it past the threshold.
+# The unit scores 1.6 today ("OK"); dropping ProtectSystem=strict alone makes it 1.8.
 unit_hardened() {
-    systemd-analyze security --offline=yes --threshold=25 --no-pager \
+    systemd-analyze security --offline=yes --threshold=17 --no-pager \
         "$scratch/unit/corvid.service" | tail -1
 }
 
@@ -155,6 +156,13 @@ if check "dpkg unpacks the .deb into a throwaway root" unpack_into_root; then
         check "the consumer opens a session on the installed simulator and reads its status" \
             consumer_reads_status
     fi
+fi
+# The maintainer scripts, run for real on a throwaway overlay of this system (needs root).
+if [ "$(id -u)" -eq 0 ]; then
+    "$source_root/scripts/test-package-install.sh" "$deb" "$scratch/overlay" ||
+        failures=$((failures + 1))
+else
+    echo "SKIP dpkg -i with the maintainer scripts: it mounts overlays, which needs root"
 fi
 check "SHA256SUMS covers every file of $dist with matching sums" checksums_complete
 check "lintian finds no error or warning" lintian_clean
