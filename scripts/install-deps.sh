@@ -11,6 +11,8 @@ packages=(
     ser2net clang clang-14 libclang-rt-14-dev
     libboost1.81-dev libsqlite3-dev nodejs curl
     chromium chromium-driver python3-selenium python3-pil
+    # The release files: the .deb and its checks (make package, make test-package).
+    dpkg-dev lintian help2man systemd man-db adduser bash-completion
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.

@@ -5,6 +5,7 @@
 #   - dpkg -i on an overlay of this system runs the maintainer scripts (test-package-install.sh);
 #   - lintian finds no error or warning;
 #   - systemd accepts the unit, and its exposure stays within the hardening it was given;
+#   - bash completion offers the commands and options of the installed corvid;
 #   - the installed programs run, print the version, and carry no debug information but a
 #     link to the matching debug file;
 #   - a CMake project outside the tree finds the installed package, links Corvid::corvid and
@@ -85,6 +86,36 @@ unit_hardened() {
         "$scratch/unit/corvid.service" | tail -1
 }
 
+# What bash offers on TAB after the words given (the last one is being typed), sorted, from
+# the installed completion.
+completes() {
+    PATH=$root/usr/bin:$PATH bash -c '
+        source /usr/share/bash-completion/bash_completion
+        source "$1"
+        shift
+        COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMP_LINE="$*" COMP_POINT=${#COMP_LINE}
+        _corvid
+        printf "%s\n" "${COMPREPLY[@]}" | sort | tr "\n" " "' _ \
+        "$root/usr/share/bash-completion/completions/corvid" "$@"
+}
+completion_works() {
+    local words expected got
+    while IFS='|' read -r words expected; do
+        read -r -a words <<<"$words"
+        [ "${words[-1]}" = "''" ] && words[-1]=""
+        got=$(completes "${words[@]}")
+        [ "$got" = "$expected" ] || { echo "  ${words[*]}<TAB>: got '$got'"; return 1; }
+    done <<'CASES'
+corvid se|send serve set-date set-time 
+corvid --json st|status 
+corvid --port /dev/ttyS0 rep|report 
+corvid report ''|x z 
+corvid serve --pr|--printer 
+corvid serve --on-open-document c|cancel complete 
+corvid token re|remove 
+CASES
+}
+
 installed_versions() {
     [ "$("$root/usr/bin/corvid" --version)" = "corvid $version" ] &&
         [ "$("$root/usr/bin/corvid-sim" --version)" = "corvid-sim $version" ]
@@ -149,6 +180,7 @@ if check "dpkg unpacks the .deb into a throwaway root" unpack_into_root; then
     check "the promised files are in place, dependencies from dpkg-shlibdeps" promised_files
     check "systemd-analyze verify accepts corvid.service" unit_accepted
     check "corvid.service keeps its hardening (systemd-analyze security)" unit_hardened
+    check "bash completion offers corvid's commands and options" completion_works
     check "the installed corvid and corvid-sim print version $version" installed_versions
     check "the installed programs are stripped, debuglinked to their debug files" debug_split
     if check "a CMake project finds the installed package and links Corvid::corvid" \
