@@ -51,6 +51,7 @@ man_pages() {
     help2man -N --version-string="$version" -o "$man/corvid-sim.1" \
         -n "a simulated fiscal printer on a pseudo-terminal" "$bin/corvid-sim"
     help2man -N --version-string="$version" --help-option="serve --help" -o "$man/corvid-serve.1" \
+        --include="$packaging/corvid-serve.h2m" \
         -n "the print service: fiscal jobs over HTTP, printed exactly once" "$bin/corvid"
     sed -i -e 's/^\.TH CORVID /.TH CORVID-SERVE /' -e 's/^corvid \\- /corvid-serve \\- /' \
         "$man/corvid-serve.1"
