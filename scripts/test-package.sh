@@ -5,6 +5,7 @@
 #   - dpkg -i on an overlay of this system runs the maintainer scripts (test-package-install.sh);
 #   - lintian finds no error or warning;
 #   - systemd accepts the unit, and its exposure stays within the hardening it was given;
+#     it starts only once a printer is named;
 #   - bash completion offers the commands and options of the installed corvid;
 #   - the installed programs run, print the version, and carry no debug information but a
 #     link to the matching debug file;
@@ -116,6 +117,25 @@ corvid token re|remove
 CASES
 }
 
+# The unit's ExecCondition, as systemd runs it ($$ is a $), lets the service start only with
+# a printer named in CORVID_OPTIONS.
+starts_only_with_a_printer() {
+    local condition options expected
+    condition=$(sed -n "s|^ExecCondition=/bin/sh -c '\(.*\)'$|\1|p" \
+        "$root/usr/lib/systemd/system/corvid.service" | sed 's/\$\$/$/g')
+    [ -n "$condition" ] || return 1
+    while IFS='|' read -r options expected; do
+        CORVID_OPTIONS=$options sh -c "$condition" >/dev/null
+        [ "$?" = "$expected" ] || { echo "  CORVID_OPTIONS='$options': not $expected"; return 1; }
+    done <<'CASES'
+|1
+--listen 0.0.0.0:8720|1
+--printers|1
+--printer front=/dev/ttyUSB0|0
+--listen 0.0.0.0:8720 --printer=front=COM5|0
+CASES
+}
+
 installed_versions() {
     [ "$("$root/usr/bin/corvid" --version)" = "corvid $version" ] &&
         [ "$("$root/usr/bin/corvid-sim" --version)" = "corvid-sim $version" ]
@@ -180,6 +200,8 @@ if check "dpkg unpacks the .deb into a throwaway root" unpack_into_root; then
     check "the promised files are in place, dependencies from dpkg-shlibdeps" promised_files
     check "systemd-analyze verify accepts corvid.service" unit_accepted
     check "corvid.service keeps its hardening (systemd-analyze security)" unit_hardened
+    check "corvid.service starts only once /etc/default/corvid names a printer" \
+        starts_only_with_a_printer
     check "bash completion offers corvid's commands and options" completion_works
     check "the installed corvid and corvid-sim print version $version" installed_versions
     check "the installed programs are stripped, debuglinked to their debug files" debug_split
