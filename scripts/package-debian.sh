@@ -62,8 +62,9 @@ stage_files() {
     local root=$1
     rm -rf "$work/debian"
     DESTDIR=$root cmake --install "$build" --component runtime --prefix /usr >/dev/null
-    [ -x "$root/usr/bin/corvid" ] && [ -x "$root/usr/bin/corvid-sim" ] ||
+    if [ ! -x "$root/usr/bin/corvid" ] || [ ! -x "$root/usr/bin/corvid-sim" ]; then
         fail "$build has no corvid or corvid-sim to install: build it first"
+    fi
     mkdir -p "$debug"
     split_debug "$root/usr/bin/corvid"
     split_debug "$root/usr/bin/corvid-sim"
@@ -114,7 +115,7 @@ make_deb() {
 make_dev_archive() {
     local name=corvid-$version-linux-x86_64-dev
     local prefix=$work/dev/$name archive=$dist/$name.tar.gz
-    rm -rf "$work/dev"
+    rm -rf "${work:?}/dev"
     cmake --install "$build" --component dev --prefix "$prefix" >/dev/null
     strip --strip-debug --enable-deterministic-archives "$prefix"/lib/*.a
     tar -C "$work/dev" --sort=name --owner=0 --group=0 --numeric-owner \

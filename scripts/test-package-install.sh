@@ -9,14 +9,6 @@ set -uo pipefail
 deb=$(realpath "$1")
 scratch=$(realpath -m "$2")
 
-if [ -z "${CORVID_IN_OVERLAY:-}" ]; then
-    rm -rf "$scratch" && mkdir -p "$scratch"
-    CORVID_IN_OVERLAY=1 unshare --mount --propagation private "$0" "$deb" "$scratch"
-    status=$?
-    rm -rf "$scratch"
-    exit $status
-fi
-
 failures=0
 pass() { echo "PASS $1"; }
 fail() { echo "FAIL $1"; failures=$((failures + 1)); }
@@ -25,13 +17,6 @@ check() {
     shift
     if "$@"; then pass "$what"; else fail "$what"; fi
 }
-
-for dir in etc usr var; do
-    mkdir -p "$scratch/$dir/upper" "$scratch/$dir/work"
-    mount -t overlay overlay \
-        -o "lowerdir=/$dir,upperdir=$scratch/$dir/upper,workdir=$scratch/$dir/work" "/$dir" ||
-        { echo "FAIL overlays over /etc, /usr and /var (mount refused)"; exit 1; }
-done
 
 installed() { dpkg -i "$deb" >"$scratch/dpkg.log" 2>&1 || { cat "$scratch/dpkg.log"; false; }; }
 service_user() {
@@ -54,11 +39,36 @@ purged_keeps_journal() {
         [ -n "$(ls -A /var/lib/corvid)" ]
 }
 
-if check "dpkg -i installs the .deb and runs its maintainer scripts" installed; then
-    check "postinst made user _corvid (group dialout) and /var/lib/corvid, mode 0750" service_user
-    check "postinst enabled corvid.service for multi-user.target" unit_enabled
-    check "a token made as _corvid is in the journal of /var/lib/corvid" token_made
-    check "dpkg --purge removes the files and the unit's link, keeps the journal" \
-        purged_keeps_journal
+mount_overlays() {
+    local dir
+    for dir in etc usr var; do
+        mkdir -p "$scratch/$dir/upper" "$scratch/$dir/work"
+        mount -t overlay overlay \
+            -o "lowerdir=/$dir,upperdir=$scratch/$dir/upper,workdir=$scratch/$dir/work" "/$dir" ||
+            return 1
+    done
+}
+
+# Inside the namespace.
+run_checks() {
+    mount_overlays || { echo "FAIL overlays over /etc, /usr and /var (mount refused)"; return 1; }
+    if check "dpkg -i installs the .deb and runs its maintainer scripts" installed; then
+        check "postinst made user _corvid (group dialout) and /var/lib/corvid, mode 0750" \
+            service_user
+        check "postinst enabled corvid.service for multi-user.target" unit_enabled
+        check "a token made as _corvid is in the journal of /var/lib/corvid" token_made
+        check "dpkg --purge removes the files and the unit's link, keeps the journal" \
+            purged_keeps_journal
+    fi
+    [ "$failures" -eq 0 ]
+}
+
+if [ -n "${CORVID_IN_OVERLAY:-}" ]; then
+    run_checks
+else
+    rm -rf "$scratch" && mkdir -p "$scratch"
+    CORVID_IN_OVERLAY=1 unshare --mount --propagation private "$0" "$deb" "$scratch"
+    status=$?
+    rm -rf "$scratch"
+    exit $status
 fi
-exit $((failures > 0))
