@@ -5,10 +5,12 @@ ASAN := build/asan
 WINDOWS := build/windows
 WINDOWS32 := build/windows32
 FUZZ := build/fuzz
+DIST := build/dist
 CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 .PHONY: all deps native asan windows windows32 test test-native test-asan test-windows \
-	test-automation test-service-windows test-window test-windows32 test-installer test-fuzz demo bench fuzz soak mutants format clean
+	test-automation test-service-windows test-window test-windows32 test-installer test-fuzz demo bench fuzz soak mutants format clean \
+	package test-package
 
 all: native windows windows32
 
@@ -75,18 +77,34 @@ test-windows32: windows32 windows native
 # The Windows release files from the builds above, then the installer under Wine in a fresh
 # prefix: silent install, the installed DLL on the simulated printer, the service, a clean
 # uninstall, an upgrade that keeps the data folder.
-test-installer: windows windows32 native
+test-installer: package
 	@echo "== Windows installer under Wine"
-	@version=$$(sed -n 's/^CORVID_VERSION:STRING=//p' $(WINDOWS)/CMakeCache.txt) && \
-		scripts/package-windows.sh $(WINDOWS) $(WINDOWS32) build/dist $$version && \
-		scripts/run-installer-test.sh build/dist $$version $(NATIVE)/sim/corvid-sim
+	@scripts/run-installer-test.sh $(DIST) $(RELEASE_VERSION) $(NATIVE)/sim/corvid-sim
 
 # Every fuzz program for a few seconds from its corpus (make fuzz: 10^7 inputs each).
 test-fuzz: deps
 	@echo "== fuzz programs, a few seconds each"
 	@FUZZ_SMOKE_SECONDS=$${FUZZ_SMOKE_SECONDS:-5} scripts/fuzz.sh smoke $(FUZZ)
 
-test: test-native test-asan test-windows test-automation test-service-windows test-window test-windows32 test-installer test-fuzz
+test: test-native test-asan test-windows test-automation test-service-windows test-window test-windows32 test-installer test-fuzz \
+	test-package
+
+# The release files in build/dist from the builds above (nothing is compiled again): the
+# .deb, the CMake package, the Windows installer and zip, debug files under debug/, and
+# SHA256SUMS of them all.
+RELEASE_VERSION = $(shell sed -n 's/^CORVID_VERSION:STRING=//p' $(NATIVE)/CMakeCache.txt)
+package: native windows windows32
+	@rm -rf $(DIST)
+	@scripts/package-debian.sh $(NATIVE) $(DIST) $(RELEASE_VERSION)
+	@scripts/package-windows.sh $(WINDOWS) $(WINDOWS32) $(DIST) $(RELEASE_VERSION)
+	@cd $(DIST) && find . -type f ! -name SHA256SUMS -printf '%P\n' | LC_ALL=C sort | \
+		xargs sha256sum >SHA256SUMS
+	@echo "package: $(DIST)/SHA256SUMS lists $$(wc -l <$(DIST)/SHA256SUMS) files"
+
+# The .deb in a throwaway root, lintian, the unit, the installed programs, and a CMake
+# project of a user's built against the installed package.
+test-package: package
+	@scripts/test-package.sh $(DIST) build/package-test $(RELEASE_VERSION)
 
 fuzz: deps
 	@FUZZ_MAX_SECONDS=$${FUZZ_MAX_SECONDS:-0} scripts/fuzz.sh full $(FUZZ)

@@ -12,6 +12,8 @@ packages=(
     libboost1.81-dev libsqlite3-dev nodejs curl
     chromium chromium-driver python3-selenium python3-pil
     nsis zip python3
+    # The release files: the .deb and its checks (make package, make test-package).
+    dpkg-dev lintian help2man systemd man-db adduser bash-completion
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.
