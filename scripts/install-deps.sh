@@ -11,6 +11,7 @@ packages=(
     ser2net clang clang-14 libclang-rt-14-dev
     libboost1.81-dev libsqlite3-dev nodejs curl
     chromium chromium-driver python3-selenium python3-pil
+    debootstrap mount
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.
@@ -36,20 +37,6 @@ if [ ${#missing[@]} -gt 0 ]; then
         echo "install-deps: refreshing the package lists failed in part; installing from what was read" >&2
     fi
     DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-fi
-
-# 32-bit Wine runs the 32-bit DLL's tests. Its i386 libraries must match the amd64 ones
-# version for version, which the mirrors do not always allow: tried once per checkout, never
-# removing anything, and when it cannot be had the 32-bit tests say they were skipped.
-tried="$(cd "$(dirname "$0")/.." && pwd)/build/.wine32-tried"
-if ! installed wine32:i386 && [ ! -e "$tried" ]; then
-    mkdir -p "$(dirname "$tried")" && touch "$tried"
-    echo "Installing (best effort): wine32:i386"
-    if ! { $SUDO dpkg --add-architecture i386 && { $SUDO apt-get update -qq || true; } &&
-        DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends \
-            --no-remove wine32:i386 >/dev/null; }; then
-        echo "install-deps: wine32:i386 could not be installed; the 32-bit tests will be skipped" >&2
-    fi
 fi
 
 "$(dirname "$0")/sqlite-amalgamation.sh"
