@@ -21,11 +21,12 @@ debootstrap --arch=i386 --variant=minbase "$suite" "$dir" "$mirror" >"$dir.log" 
     exit 1
 }
 bootstrapped=$(date +%s)
-# Wine and its 32-bit loader only: the simulator and the test runners stay on the host.
+# Wine and its 32-bit loader; socat, which the serial tests start from inside Wine to join
+# two pseudo-terminals. The simulator and the test runners stay on the host.
 "$here/i386-root.sh" --root "$dir" --as-is inside sh -c '
     export DEBIAN_FRONTEND=noninteractive
     apt-get update -qq &&
-    apt-get install -y -qq --no-install-recommends wine wine32 >/dev/null &&
+    apt-get install -y -qq --no-install-recommends wine wine32 socat >/dev/null &&
     apt-get clean' >>"$dir.log" 2>&1 || {
     tail -n 20 "$dir.log" >&2
     exit 1

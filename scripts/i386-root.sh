@@ -39,13 +39,13 @@ shift || true
 mirror=${CORVID_I386_MIRROR:-}
 
 host_mirror() {
-    local codename
+    local codename mirrors
     codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
-    {
+    mirrors=$(
         cat /etc/apt/sources.list /etc/apt/sources.list.d/*.list 2>/dev/null |
             awk -v suite="$codename" '$1 == "deb" {
                 i = 2; if ($i ~ /^\[/) { while ($i !~ /\]$/) i++; i++ }
-                if ($(i + 1) == suite) print $i }'
+                if ($(i + 1) == suite) print $i }' || true
         cat /etc/apt/sources.list.d/*.sources 2>/dev/null |
             awk -v suite="$codename" 'BEGIN { RS = "" } {
                 types = uris = suites = ""
@@ -56,9 +56,10 @@ host_mirror() {
                     if (f[1] == "URIs:") uris = f[2]
                     if (f[1] == "Suites:") suites = " " lines[l] " "
                 }
-                if (types ~ /[ \t]deb([ \t]|$)/ && index(suites, " " suite " ")) print uris }'
-        echo http://deb.debian.org/debian
-    } | head -n 1
+                if (types ~ /[ \t]deb([ \t]|$)/ && index(suites, " " suite " ")) print uris }' || true
+    )
+    # The first found; read whole, since head leaving early would fail the pipeline.
+    echo "${mirrors%%$'\n'*}"
 }
 
 # Why debootstrap cannot run here; nothing when it can.
@@ -98,6 +99,7 @@ lock_root() {
 make_root() {
     is_current && return 0
     [ -n "$mirror" ] || mirror=$(host_mirror)
+    [ -n "$mirror" ] || mirror=http://deb.debian.org/debian
     local reason start
     reason=$(why_not)
     if [ -n "$reason" ]; then
