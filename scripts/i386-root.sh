@@ -174,8 +174,14 @@ enter() {
         # exec: a timeout or kill aimed at the caller reaches the program itself.
         exec chroot "$root" /usr/bin/env -C "$PWD" PATH="$root_path" "$@"
     fi
-    lock_root
-    [ -n "$as_is" ] || make_root || status=$?
+    # Without root nothing can be made, mounted or entered (nor the lock beside it written).
+    if [ "$(id -u)" -ne 0 ]; then
+        echo "i386 root: not made: debootstrap needs root (running as $(id -un))"
+        status=3
+    else
+        lock_root
+        [ -n "$as_is" ] || make_root || status=$?
+    fi
     if [ "$status" -eq 3 ] && [ "$mode" = run ]; then
         exec "$@"
     fi

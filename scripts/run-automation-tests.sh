@@ -91,6 +91,9 @@ run_script() {
     fi
 }
 
+# From a prefix without the classes: keys an earlier run left would hide any this DLL
+# fails to write.
+regsvr32 /u || true
 if regsvr32; then pass "regsvr32 registers CorvidAPI.dll"; else fail "regsvr32 registers CorvidAPI.dll"; fi
 
 # Runs a sim_*.vbs script against a simulator of its own, started with the options its
