@@ -49,7 +49,8 @@ end_wine_session() {
 enter_wine_prefix() {
     end_wine_session "$(wine_prefix "$1")"
     timeout 300 "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh" "$1" true || true
-    export WINEPREFIX="$(wine_prefix "$1")"
+    WINEPREFIX=$(wine_prefix "$1")
+    export WINEPREFIX
     export WINEDEBUG=-all
     export WINEDLLOVERRIDES="mscoree,mshtml="
 }
