@@ -133,8 +133,10 @@ mount_root() {
 # Stops what the run left running in the root (Wine servers), then unmounts.
 unmount_root() {
     local prefix process
+    # Best effort, keeping the command's status: a prefix without a server is no failure.
+    set +e
     for prefix in "$root"/wineprefixes/*/; do
-        [ -d "$prefix" ] && WINEPREFIX=${prefix%/} run_inside wineserver -k >/dev/null 2>&1
+        WINEPREFIX=${prefix%/} run_inside wineserver -k >/dev/null 2>&1
     done
     for process in /proc/[0-9]*; do
         [ "$(readlink "$process/root" 2>/dev/null)" = "$root" ] && kill -9 "${process#/proc/}" 2>/dev/null
@@ -142,7 +144,6 @@ unmount_root() {
     for dir in "$repo" /dev/shm /dev/pts /dev /proc; do
         mountpoint -q "$root$dir" && { umount "$root$dir" || umount -l "$root$dir"; }
     done
-    return 0
 }
 
 root_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
