@@ -68,11 +68,12 @@ test-automation: windows native
 	@echo "== automation tests: VBScript against the registered CorvidAPI.dll"
 	@scripts/run-automation-tests.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
 
-# The 32-bit DLL: checked as a file always; its unit and automation tests run under 32-bit
-# Wine when it is installed, else one line says they were skipped and why.
+# The 32-bit DLL: checked as a file always; its unit and automation tests run under the
+# 32-bit Wine of an i386 Debian root (build/i386-root, made once), or one line says why
+# that root cannot be made here.
 test-windows32: windows32 windows native
 	@echo "== 32-bit CorvidAPI.dll"
-	@scripts/check-dll32.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim $(WINDOWS)
+	@scripts/i386-root.sh run scripts/check-dll32.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim $(WINDOWS)
 
 # The Windows release files from the builds above, then the installer under Wine in a fresh
 # prefix: silent install, the installed DLL on the simulated printer, the service, a clean
@@ -112,7 +113,7 @@ fuzz: deps
 # 10 000 create/use/release cycles of every class, memory and descriptors before and after.
 soak: windows windows32 native
 	@scripts/soak.sh $(WINDOWS) $(NATIVE)/sim/corvid-sim
-	@scripts/soak.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim
+	@scripts/i386-root.sh run scripts/soak.sh $(WINDOWS32) $(NATIVE)/sim/corvid-sim
 
 # The mutation sample (tests/mutants/*.list): each one-line bug built and tested in turn.
 mutants: native windows

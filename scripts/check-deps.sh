@@ -18,7 +18,8 @@ programs=(cmake ctest make gcc g++ clang-format
           i686-w64-mingw32-objdump
           widl wine wineserver winepath socat curl xvfb-run Xvfb xauth timeout ser2net clang xwd npm
           node chromium chromedriver makensis zip python3
-          dpkg-shlibdeps dpkg-parsechangelog lintian help2man systemd-analyze man adduser)
+          dpkg-shlibdeps dpkg-parsechangelog lintian help2man systemd-analyze man adduser
+          debootstrap chroot unshare)
 files=(/usr/src/googletest/CMakeLists.txt /usr/include/gtest/gtest.h /usr/include/gmock/gmock.h
        /usr/include/benchmark/benchmark.h /usr/include/nlohmann/json.hpp /usr/include/CLI/CLI.hpp
        /usr/include/boost/beast.hpp /usr/include/sqlite3.h

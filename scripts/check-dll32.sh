@@ -3,12 +3,13 @@
 #   scripts/check-dll32.sh BUILD_DIR32 [CORVID_SIM [BUILD_DIR64]]
 # First what can be seen in the file itself: an i386 image, the four entry points exported
 # by the plain names regsvr32 and COM look up, and imports from Windows' own DLLs only (no
-# MinGW runtime DLL to ship beside it). Then, when 32-bit Wine is installed, the automation
-# tests with SysWOW64's regsvr32 and cscript (scripts/run-automation-tests.sh); without it,
-# one line says they were skipped and why. Given the 64-bit build too, both are registered
-# in the 32-bit build's prefix, as on a machine with 32-bit and 64-bit hosts: each host must
-# find its own build, and unregistering one must leave the other usable. The last line is
-# "N passed, M failed".
+# MinGW runtime DLL to ship beside it). Then, under 32-bit Wine, the unit tests of the
+# 32-bit build and the automation tests (scripts/run-automation-tests.sh). That Wine is the
+# i386 root's when run through scripts/i386-root.sh run, else the host's wine32:i386 beside
+# wine64; without either, one line says they were skipped and why. Given the 64-bit build
+# too, and on the host's Wine (the root's has no 64-bit loader), both are registered in
+# the 32-bit build's prefix, as on a machine with 32-bit and 64-bit hosts: each host must find its own build,
+# and unregistering one must leave the other usable. The last line is "N passed, M failed".
 set -uo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 
@@ -81,12 +82,15 @@ else
     fail "every import is a Windows system DLL: $(tr '\n' ' ' <<<"$foreign")"
 fi
 
-# 32-bit Wine: the i386 loader beside wine64, which SysWOW64's programs run on.
+# 32-bit Wine: the i386 root's (scripts/i386-root.sh run), or the i386 loader beside
+# wine64, which SysWOW64's programs run on.
 reason=
-if ! command -v wine >/dev/null; then
+if [ -n "${CORVID_I386_ROOT:-}" ]; then
+    echo "32-bit Wine of the i386 root $CORVID_I386_ROOT"
+elif ! command -v wine >/dev/null; then
     reason="wine is not installed"
 elif [ ! -x /usr/lib/wine/wine ] && [ ! -d /usr/lib/i386-linux-gnu/wine ]; then
-    reason="32-bit Wine (wine32:i386) is not installed"
+    reason="32-bit Wine (wine32:i386) is not installed and no i386 root serves (scripts/i386-root.sh)"
 fi
 if [ -n "$reason" ]; then
     echo "32-bit automation tests skipped: $reason"
@@ -102,7 +106,7 @@ else
     fail "the unit tests pass in the 32-bit build (see $build_dir/ctest32.log)"
 fi
 
-echo "== 32-bit automation tests (SysWOW64 regsvr32 and cscript)"
+echo "== 32-bit automation tests (32-bit regsvr32 and cscript)"
 log="$build_dir/automation-tests32.log"
 "$root/scripts/run-automation-tests.sh" "$build_dir" ${simulator:+"$simulator"} | tee "$log"
 summary=$(tail -n 1 "$log")
@@ -113,6 +117,11 @@ else
     fail "the 32-bit automation tests ran to their end"
 fi
 [ -n "$build64" ] || finish
+if [ -n "${CORVID_I386_ROOT:-}" ]; then
+    echo "both builds side by side: not checked, the i386 root's Wine is 32-bit only (the" \
+        "file, unit and automation checks above are the ones that apply)"
+    finish
+fi
 
 echo "== both builds registered in one prefix"
 dll64="$(cd "$build64" && pwd)/src/registration/CorvidAPI.dll"
@@ -120,7 +129,8 @@ if [ ! -f "$dll64" ]; then
     fail "the 64-bit CorvidAPI.dll is built ($dll64 missing)"
     finish
 fi
-export WINEPREFIX="$build_dir/wineprefix"
+WINEPREFIX=$(wine_prefix "$build_dir")
+export WINEPREFIX
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 both="$build_dir/both-builds"

@@ -14,6 +14,8 @@ packages=(
     nsis zip python3
     # The release files: the .deb and its checks (make package, make test-package).
     dpkg-dev lintian help2man systemd man-db adduser bash-completion
+    # The 32-bit tests run in a throwaway i386 Debian root with its own 32-bit Wine.
+    debootstrap mount
 )
 # npm fetches SQLite's source for the Windows builds. Some nodejs packages carry it, Debian's
 # does not: its own package is installed only when no npm is on the PATH.
@@ -39,20 +41,6 @@ if [ ${#missing[@]} -gt 0 ]; then
         echo "install-deps: refreshing the package lists failed in part; installing from what was read" >&2
     fi
     DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-fi
-
-# 32-bit Wine runs the 32-bit DLL's tests. Its i386 libraries must match the amd64 ones
-# version for version, which the mirrors do not always allow: tried once per checkout, never
-# removing anything, and when it cannot be had the 32-bit tests say they were skipped.
-tried="$(cd "$(dirname "$0")/.." && pwd)/build/.wine32-tried"
-if ! installed wine32:i386 && [ ! -e "$tried" ]; then
-    mkdir -p "$(dirname "$tried")" && touch "$tried"
-    echo "Installing (best effort): wine32:i386"
-    if ! { $SUDO dpkg --add-architecture i386 && { $SUDO apt-get update -qq || true; } &&
-        DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends \
-            --no-remove wine32:i386 >/dev/null; }; then
-        echo "install-deps: wine32:i386 could not be installed; the 32-bit tests will be skipped" >&2
-    fi
 fi
 
 "$(dirname "$0")/sqlite-amalgamation.sh"

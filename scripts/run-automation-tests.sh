@@ -10,7 +10,8 @@
 # The last line of output is "N passed, M failed"; exits non-zero on any failure.
 #
 # A 32-bit DLL (the i686 build) is registered and driven as 32-bit hosts do it: with the
-# regsvr32 and cscript of C:\windows\syswow64, so its keys land in the prefix's WOW64 view.
+# regsvr32 and cscript of C:\windows\syswow64, so its keys land in the prefix's WOW64 view
+# (in a 32-bit prefix, as in the i386 root of scripts/i386-root.sh, with its system's own).
 #
 # Optional: CORVID_SIM_DEVICE=/dev/pts/N maps COM${CORVID_SIM_PORT:-7} of the prefix to that
 # device (a simulator's pseudo-terminal); scripts read the port number from the
@@ -62,15 +63,9 @@ for script in "$tests"/*.vbs; do
 done
 dll_windows=$(winepath -w "$dll" 2>/dev/null)
 
-# The folder of the host programs: the system's own for a 64-bit DLL, SysWOW64 for a
-# 32-bit one. The objdump output is read whole: under pipefail, grep -q leaving early
-# could fail the pipeline.
-hosts=
-objdump=$(command -v x86_64-w64-mingw32-objdump || command -v i686-w64-mingw32-objdump)
-if [ -n "$objdump" ] && [[ "$("$objdump" -f "$dll")" == *"file format pei-i386"* ]]; then
-    hosts="C:\\windows\\syswow64\\"
-    echo "32-bit CorvidAPI.dll: regsvr32 and cscript of $hosts"
-fi
+# The folder of the host programs of the DLL's own pointer size.
+hosts=$(host_programs "$dll")
+echo "regsvr32 and cscript of $hosts"
 
 regsvr32() {
     timeout "$script_timeout" "$wine" "${hosts}regsvr32.exe" /s "$@" "$dll_windows" >/dev/null 2>&1
@@ -96,6 +91,9 @@ run_script() {
     fi
 }
 
+# From a prefix without the classes: keys an earlier run left would hide any this DLL
+# fails to write.
+regsvr32 /u || true
 if regsvr32; then pass "regsvr32 registers CorvidAPI.dll"; else fail "regsvr32 registers CorvidAPI.dll"; fi
 
 # Runs a sim_*.vbs script against a simulator of its own, started with the options its

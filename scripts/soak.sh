@@ -27,18 +27,14 @@ max_handles=${CORVID_SOAK_MAX_HANDLES:-4}
 [ -x "$simulator" ] || { echo "FAIL corvid-sim is built ($simulator missing)"; exit 1; }
 
 timeout 300 "$root/scripts/wine-env.sh" "$build_dir" true || true
-export WINEPREFIX="$build_dir/wineprefix"
+WINEPREFIX=$(wine_prefix "$build_dir")
+export WINEPREFIX
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 export CORVID_SOAK_CYCLES=$cycles
 
-# The host programs of the DLL's own pointer size: SysWOW64's for a 32-bit DLL. The
-# objdump output is read whole: under pipefail, grep -q leaving early could fail it.
-hosts="C:\\windows\\system32\\"
-objdump=$(command -v x86_64-w64-mingw32-objdump || command -v i686-w64-mingw32-objdump)
-if [ -n "$objdump" ] && [[ "$("$objdump" -f "$dll")" == *"file format pei-i386"* ]]; then
-    hosts="C:\\windows\\syswow64\\"
-fi
+# The host programs of the DLL's own pointer size.
+hosts=$(host_programs "$dll")
 # Without its output: a wine program started here may start the prefix's wineserver.
 dll_windows=$(winepath -w "$dll" 2>/dev/null)
 if ! timeout 120 "$wine" "${hosts}regsvr32.exe" /s "$dll_windows" >/dev/null 2>&1; then

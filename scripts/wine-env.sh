@@ -6,7 +6,8 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/wine-loader.sh"
 build_dir=$(cd "$1" && pwd)
 shift
-export WINEPREFIX="$build_dir/wineprefix"
+WINEPREFIX=$(wine_prefix "$build_dir")
+export WINEPREFIX
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 if [ ! -f "$WINEPREFIX/system.reg" ]; then
