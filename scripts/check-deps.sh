@@ -17,7 +17,7 @@ programs=(cmake ctest make gcc g++ clang-format
           i686-w64-mingw32-gcc-posix i686-w64-mingw32-g++-posix i686-w64-mingw32-windres
           i686-w64-mingw32-objdump
           widl wine wineserver winepath socat curl xvfb-run Xvfb xauth timeout ser2net clang xwd npm
-          node chromium chromedriver makensis zip python3
+          node chromium chromedriver makensis zip
           dpkg-shlibdeps dpkg-parsechangelog lintian help2man systemd-analyze man adduser
           debootstrap chroot unshare)
 files=(/usr/src/googletest/CMakeLists.txt /usr/include/gtest/gtest.h /usr/include/gmock/gmock.h
@@ -27,7 +27,7 @@ files=(/usr/src/googletest/CMakeLists.txt /usr/include/gtest/gtest.h /usr/includ
        /usr/lib/x86_64-linux-gnu/wine/x86_64-windows/stdole2.tlb
        /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
        /usr/lib/python3/dist-packages/selenium/__init__.py
-       /usr/lib/python3/dist-packages/PIL/__init__.py
+       /usr/lib/python3/dist-packages/PIL/__init__.py /usr/bin/python3
        /usr/share/bash-completion/bash_completion)
 
 is_listed() {

@@ -11,7 +11,7 @@ packages=(
     ser2net clang clang-14 libclang-rt-14-dev
     libboost1.81-dev libsqlite3-dev nodejs curl
     chromium chromium-driver python3-selenium python3-pil
-    nsis zip python3
+    nsis zip python3-minimal
     # The release files: the .deb and its checks (make package, make test-package).
     dpkg-dev lintian help2man systemd man-db adduser bash-completion
     # The 32-bit tests run in a throwaway i386 Debian root with its own 32-bit Wine.

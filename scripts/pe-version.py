@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Prints the version resource of Windows binaries, one line each:
     scripts/pe-version.py FILE...
 as "FILE FILEVERSION PRODUCTVERSION", e.g. "corvid.exe 1.0.0.0 1.0.0": the fixed file

@@ -147,7 +147,7 @@ fi
 # An upgrade from the same files packed as an older version.
 old_stage="$work/old"
 mkdir -p "$old_stage"
-python3 -m zipfile -e "$dist/corvid-$version-windows.zip" "$old_stage"
+/usr/bin/python3 -m zipfile -e "$dist/corvid-$version-windows.zip" "$old_stage"
 makensis -V1 -DVERSION=$old_version -DBIN="$old_stage" -DOUTFILE="$work/corvid-$old_version-setup.exe" \
     "$root/packaging/windows/corvid.nsi" >/dev/null
 check "setup $old_version /S installs" install "$work/corvid-$old_version-setup.exe"
