@@ -20,14 +20,9 @@ build64=${3:-}
 root=$(cd "$(dirname "$0")/.." && pwd)
 dll="$build_dir/src/registration/CorvidAPI.dll"
 
-passed=0
-failed=0
-pass() { echo "PASS $1"; passed=$((passed + 1)); }
-fail() { echo "FAIL $1"; failed=$((failed + 1)); }
+. "$(dirname "${BASH_SOURCE[0]}")/check-tally.sh"
 finish() {
-    echo "$passed passed, $failed failed"
-    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
-    exit $?
+    tally_exit
 }
 
 objdump=
@@ -150,7 +145,6 @@ host64() { (cd "$both" && timeout 120 "$wine" 'C:\windows\system32\cscript.exe' 
 # registration.vbs passes in full: every check PASS, and DONE at its end.
 # shellcheck disable=SC2317 # called through check
 clean() { local output; output=$("$1" registration.vbs); grep -qx DONE <<<"$output" && ! grep -q '^FAIL' <<<"$output"; }
-check() { if "${@:2}"; then pass "$1"; else fail "$1"; fi; }
 
 register32 && register64
 check "a 32-bit host finds the 32-bit build" [ "$(host32 served-by.vbs)" = "$dll32_windows" ]

@@ -32,14 +32,9 @@ work="$build_dir/automation-tests"
 dll="$build_dir/src/registration/CorvidAPI.dll"
 script_timeout=${CORVID_SCRIPT_TIMEOUT:-120}
 
-passed=0
-failed=0
-pass() { echo "PASS $1"; passed=$((passed + 1)); }
-fail() { echo "FAIL $1"; failed=$((failed + 1)); }
+. "$(dirname "${BASH_SOURCE[0]}")/check-tally.sh"
 finish() {
-    echo "$passed passed, $failed failed"
-    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
-    exit $?
+    tally_exit
 }
 
 if [ ! -f "$dll" ]; then

@@ -20,21 +20,11 @@ setup="$dist/corvid-$version-setup.exe"
 work="$root/build/installer-test"
 old_version=0.9.0
 
-passed=0
-failed=0
-pass() { echo "PASS $1"; passed=$((passed + 1)); }
-fail() { echo "FAIL $1"; failed=$((failed + 1)); }
-check() { # check NAME COMMAND...: PASS when the command succeeds
-    local name=$1
-    shift
-    if "$@"; then pass "$name"; else fail "$name"; fi
-}
+. "$(dirname "${BASH_SOURCE[0]}")/check-tally.sh"
 finish() {
     [ -n "${sim_pid:-}" ] && kill "$sim_pid" 2>/dev/null
     end_wine_session "$WINEPREFIX"
-    echo "$passed passed, $failed failed"
-    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
-    exit $?
+    tally_exit
 }
 
 [ -f "$setup" ] || { fail "the installer is built ($setup missing)"; finish; }

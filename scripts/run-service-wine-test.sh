@@ -22,21 +22,9 @@ sale="$root/tools/corvid/samples/sale.json"
 key="wine-sale-$$"
 wait_limit=${CORVID_SERVICE_WAIT:-30}
 
-passed=0
-failed=0
+. "$(dirname "${BASH_SOURCE[0]}")/check-tally.sh"
 sim_pid=
 serve_pid=
-check() {
-    local what=$1
-    shift
-    if "$@"; then
-        echo "PASS $what"
-        passed=$((passed + 1))
-    else
-        echo "FAIL $what"
-        failed=$((failed + 1))
-    fi
-}
 # Stops what this script started, by the ids it was given.
 cleanup() {
     [ -n "$serve_pid" ] && kill -KILL "$serve_pid" 2>/dev/null && wait "$serve_pid" 2>/dev/null
@@ -47,9 +35,7 @@ cleanup() {
 }
 finish() {
     cleanup
-    echo "$passed passed, $failed failed"
-    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
-    exit $?
+    tally_exit
 }
 trap cleanup EXIT
 

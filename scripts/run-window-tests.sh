@@ -22,19 +22,9 @@ driver="$build_dir/tests/quickview-driver.exe"
 shots="$build_dir/screenshots"
 work="$build_dir/window-tests"
 
-passed=0
-failed=0
-pass() { echo "PASS $1"; passed=$((passed + 1)); }
-fail() { echo "FAIL $1"; failed=$((failed + 1)); }
-check() {  # check NAME COMMAND...: passes when the command succeeds
-    local name=$1
-    shift
-    if "$@"; then pass "$name"; else fail "$name"; fi
-}
+. "$(dirname "${BASH_SOURCE[0]}")/check-tally.sh"
 finish() {
-    echo "$passed passed, $failed failed"
-    [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
-    exit $?
+    tally_exit
 }
 
 for program in "$demo" "$driver"; do
