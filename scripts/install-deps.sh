@@ -10,7 +10,7 @@ packages=(
     wine wine64 libwine libwine-dev wine64-tools socat xvfb xauth x11-apps imagemagick imagemagick-6.q16
     ser2net clang clang-14 libclang-rt-14-dev
     libboost1.81-dev libsqlite3-dev nodejs curl
-    chromium chromium-driver python3-selenium python3-pil
+    chromium chromium-driver python3-selenium python3-pil fonts-dejavu-core
     nsis zip python3-minimal
     # The release files: the .deb and its checks (make package, make test-package).
     dpkg-dev lintian help2man systemd man-db adduser bash-completion
